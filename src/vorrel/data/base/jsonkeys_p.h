@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QLatin1String>
+
+/// The reserved keys of a stored document and of the database's answers.
+namespace vo::data::jsonkeys {
+
+// Stored documents
+constexpr QLatin1String id("_id");
+constexpr QLatin1String revision("_rev");
+constexpr QLatin1String attachments("_attachments");
+constexpr QLatin1String type("type");
+constexpr QLatin1String label("label");
+constexpr QLatin1String references("references");
+constexpr QLatin1String created("created");
+constexpr QLatin1String edited("edited");
+constexpr QLatin1String creationVersion("creationVersion");
+constexpr QLatin1String customData(":data");
+constexpr QLatin1String accessControl("accessControl");
+constexpr QLatin1String wasCached("wasCached");
+
+// Prefixes of the keys inside ":data"
+constexpr QLatin1String structPrefix("s:");
+
+// Attachment stubs
+constexpr QLatin1String contentType("content_type");
+constexpr QLatin1String length("length");
+
+// Bulk fetch
+constexpr QLatin1String keys("keys");
+constexpr QLatin1String rows("rows");
+constexpr QLatin1String key("key");
+constexpr QLatin1String doc("doc");
+
+// Coordinates
+constexpr QLatin1String latitude("lat");
+constexpr QLatin1String longitude("lon");
+
+} // namespace vo::data::jsonkeys

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/base/logging_p.h>
+
+namespace vo::data {
+
+// The level is the lowest that is on by default.
+Q_LOGGING_CATEGORY(lcData, "vorrel.data", QtDebugMsg)
+Q_LOGGING_CATEGORY(lcTrace, "vorrel.data.trace", QtCriticalMsg)
+Q_LOGGING_CATEGORY(lcContext, "vorrel.data.context", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcLoadQueue, "vorrel.data.loadqueue", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcDocCache, "vorrel.doccache", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcIncubator, "vorrel.data.incubator", QtInfoMsg)
+
+} // namespace vo::data

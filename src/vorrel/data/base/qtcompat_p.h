@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGui/QFont>
+#include <QtQml/QQmlListProperty>
+
+#include <type_traits>
+
+/// What differs between Qt 5.15 and Qt 6, so that nothing else has to ask for the version.
+namespace vo::data::qtcompat {
+
+/// The index and count type of QQmlListProperty.
+using ListSize = std::invoke_result_t<QQmlListProperty<QObject>::CountFunction,
+                                      QQmlListProperty<QObject> *>;
+
+/// Font weights are stored on the scale of Qt 5: 0 to 99, normal 50, bold 75.
+int storedFontWeight(const QFont &font);
+void setStoredFontWeight(QFont &font, int weight);
+
+} // namespace vo::data::qtcompat

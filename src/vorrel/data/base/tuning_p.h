@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+
+/// Every period, budget and batch size of the library, each with its effect.
+namespace vo::data::tuning {
+
+using namespace std::chrono_literals;
+
+/// How often the load queue looks at what is wanted. Longer gathers larger batches and delays
+/// each level of references by as much.
+constexpr std::chrono::milliseconds loadQueueTick = 100ms;
+
+/// Documents asked for in one bulk request. Larger saves round trips and makes each answer
+/// block the event loop longer while it is parsed.
+constexpr int bulkFetchSize = 25;
+
+/// Wait after the first failed bulk request; each further failure adds the step, up to the limit.
+constexpr std::chrono::milliseconds bulkRetryBase = 3s;
+constexpr std::chrono::milliseconds bulkRetryStep = 10s;
+constexpr std::chrono::milliseconds bulkRetryLimit = 60s;
+
+/// Work of a batch (reading the cache, making nodes, waking requests) done in one turn of the
+/// event loop. Larger finishes sooner and drops frames.
+constexpr std::chrono::milliseconds batchSlice = 4ms;
+
+/// Budget of the incubator in one turn of the event loop.
+constexpr std::chrono::milliseconds incubatorSlice = 4ms;
+
+/// Budget of the graph tasks in one turn of the event loop.
+constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
+
+/// Time in which changes of references gather before the edges of a document follow.
+constexpr std::chrono::milliseconds dependencyUpdateDelay = 100ms;
+
+/// Longest type string that is looked at for generic documents; types come from the database.
+constexpr int maximumTypeLength = 255;
+
+} // namespace vo::data::tuning
