@@ -8,7 +8,8 @@ import { Router } from './lib/router.js';
 import { SequenceFormat } from './lib/sequence.js';
 import { isValidName, Store } from './lib/store.js';
 
-const USAGE = 'Usage: server.js --port N --db NAME [--user U --pass P] [--numeric-seq] [--disk DIR]';
+const USAGE =
+  'Usage: server.js --port N --db NAME [--user U --pass P] [--numeric-seq] [--disk DIR]';
 const MINUTES = 60_000;
 
 function readArguments() {
@@ -45,10 +46,19 @@ function argumentsOrExit() {
   }
 }
 
-function start(options) {
+async function openStore(options) {
   const store = new Store(options.disk);
-  if (!store.has(options.db))
-    store.create(options.db);
+  try {
+    const database = store.has(options.db) ? store.open(options.db) : store.create(options.db);
+    await database.updateSequence();
+    return store;
+  } catch (error) {
+    console.error(`Cannot open the database ${options.db}: ${error.message}`);
+    process.exit(1);
+  }
+}
+
+function start(options, store) {
   const router = new Router({
     store,
     sequences: new SequenceFormat(options['numeric-seq']),
@@ -66,16 +76,18 @@ function start(options) {
     const { port } = server.address();
     console.log(`READY http://127.0.0.1:${port}/${encodeURIComponent(options.db)}`);
   });
-  return { server, store };
+  return server;
 }
 
-async function stop({ server, store }) {
+async function stop(server, store) {
   server.close();
-  server.closeAllConnections?.();
+  server.closeAllConnections();
   await store.close();
   process.exit(0);
 }
 
-const running = start(argumentsOrExit());
+const options = argumentsOrExit();
+const store = await openStore(options);
+const server = start(options, store);
 for (const signal of ['SIGTERM', 'SIGINT'])
-  process.once(signal, () => stop(running));
+  process.once(signal, () => stop(server, store));

@@ -3,7 +3,7 @@
 
 import { badRequest } from './errors.js';
 import { isObject, parameter } from './exchange.js';
-import { presented } from './documents.js';
+import { documentRow, rangeOptions } from './range.js';
 import { storableDocument } from './writing.js';
 
 export async function allDocuments({ exchange, database }) {
@@ -18,42 +18,13 @@ export async function allDocuments({ exchange, database }) {
   exchange.sendJson(200, {
     total_rows,
     offset: options.keys ? null : offset ?? 0,
-    rows: rows.map((row) => shapedRow(row, options.include_docs)),
+    rows: rows.map((row) => listedRow(row, options.include_docs)),
   });
 }
 
-/** Rows of missing and deleted documents keep their form, others get their document. */
-function shapedRow(row, includeDocs) {
-  if (row.error)
-    return { key: row.key, error: row.error };
-  const { id, key, value, doc } = row;
-  return includeDocs ? { id, key, value, doc: doc ? presented(doc) : null } : { id, key, value };
-}
-
-/** Key range, order and page: what the list of all documents and views have in common. */
-export async function rangeOptions(exchange) {
-  const { query } = exchange;
-  const body = exchange.method === 'POST' ? await exchange.readPostedJson() : {};
-  if (!isObject(body))
-    throw badRequest('Request body must be a JSON object');
-  const keys = body.keys ?? parameter.json(query, 'keys');
-  if (keys !== undefined && !Array.isArray(keys))
-    throw badRequest('`keys` member must be an array.');
-  const options = {
-    keys,
-    key: parameter.json(query, 'key'),
-    startkey: parameter.json(query, 'startkey', 'start_key'),
-    endkey: parameter.json(query, 'endkey', 'end_key'),
-    inclusive_end: parameter.boolean(query, 'inclusive_end', true),
-    descending: parameter.boolean(query, 'descending', false),
-    limit: parameter.count(query, 'limit'),
-    skip: parameter.count(query, 'skip') ?? 0,
-  };
-  return withoutUndefined(options);
-}
-
-export function withoutUndefined(object) {
-  return Object.fromEntries(Object.entries(object).filter(([, value]) => value !== undefined));
+/** Rows of missing documents keep their form. */
+function listedRow(row, includeDocs) {
+  return row.error ? { key: row.key, error: row.error } : documentRow(row, includeDocs);
 }
 
 export async function bulkDocuments({ exchange, database }) {

@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 
-import { once } from 'node:events';
-
 import { badRequest } from './errors.js';
 import { isObject, parameter } from './exchange.js';
 import { presented } from './documents.js';
-import { withoutUndefined } from './bulk.js';
+import { withoutUndefined } from './range.js';
 
 const PAGE_SIZE = 200;
 const DEFAULT_PERIOD_MS = 60_000;
@@ -75,6 +73,7 @@ class Feed {
     this.sequences = sequences;
     this.options = options;
     this.since = options.since;
+    this.deadline = performance.now() + options.timeout;
     this.sent = 0;
     this.ended = false;
     this.isContinuous = options.feed === 'continuous';
@@ -141,12 +140,16 @@ class Feed {
     const text = JSON.stringify(row);
     const separator = this.sent > 0 && !this.isContinuous ? ',\n' : '';
     this.sent += 1;
+    this.deadline = performance.now() + this.options.timeout;
     await this.send(separator + text + (this.isContinuous ? '\n' : ''));
   }
 
   async send(text) {
     if (!this.response.write(text) && !this.ended) {
-      await Promise.race([once(this.response, 'drain'), once(this.response, 'close')]);
+      await new Promise((resolve) => {
+        this.resume = resolve;
+        this.response.once('drain', resolve);
+      });
     }
   }
 
@@ -170,7 +173,7 @@ class Feed {
       const onUpdate = () => settle(true);
       const timer = this.options.heartbeat
         ? undefined
-        : setTimeout(() => settle(false), this.options.timeout);
+        : setTimeout(() => settle(false), this.deadline - performance.now());
       this.database.once('updated', onUpdate);
       this.wake = () => settle(false);
       if (this.ended)
@@ -181,6 +184,7 @@ class Feed {
   end() {
     this.ended = true;
     this.stopHeartbeat();
+    this.resume?.();
     this.wake?.();
   }
 

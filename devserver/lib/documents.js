@@ -3,7 +3,7 @@
 
 import { badRequest, conflict, notFound } from './errors.js';
 import { parameter } from './exchange.js';
-import { checkAttachmentName, storableDocument } from './writing.js';
+import { checkAttachmentName, checkedObject, storableDocument } from './writing.js';
 
 /** From this size on a stale write is refused before its body is read. */
 const EARLY_REFUSAL_BYTES = 64 * 1024;
@@ -28,21 +28,20 @@ export async function putDocument({ exchange, database, id }) {
   const expected = exchange.expectedRevision();
   if (expected && exchange.announcedLength > EARLY_REFUSAL_BYTES)
     await refuseStale(database, id, expected, { close: true });
-  const sent = await exchange.readJson();
-  if (expected && sent?._rev !== undefined && sent._rev !== expected)
+  const sent = checkedObject(await exchange.readJson());
+  if (expected && sent._rev !== undefined && sent._rev !== expected)
     throw badRequest('Document rev from request body and query string have different values');
-  await storeAndAnswer(exchange, database, expected ? { ...sent, _rev: expected } : sent, id);
+  await storeAndAnswer(exchange, database, { ...sent, _rev: expected ?? sent._rev, _id: id });
 }
 
 export async function postDocument({ exchange, database }) {
-  const sent = await exchange.readPostedJson();
-  await storeAndAnswer(exchange, database, sent, sent?._id);
+  await storeAndAnswer(exchange, database, checkedObject(await exchange.readPostedJson()));
 }
 
 export async function deleteDocument({ exchange, database, id }) {
   const expected = exchange.expectedRevision();
   await database.pouch.get(id);
-  await storeAndAnswer(exchange, database, { _rev: expected, _deleted: true }, id);
+  await storeAndAnswer(exchange, database, { _id: id, _rev: expected, _deleted: true });
 }
 
 /** Documents as CouchDB shows them: id and revision first. */
@@ -103,9 +102,8 @@ async function changeAttachments(exchange, database, id, expected, current, chan
   await write(exchange, database, doc, exchange.method === 'DELETE' ? 200 : 201);
 }
 
-async function storeAndAnswer(exchange, database, sent, id) {
-  const doc = await storableDocument(database,
-    id === undefined || typeof sent !== 'object' || sent === null ? sent : { ...sent, _id: id });
+async function storeAndAnswer(exchange, database, sent) {
+  const doc = await storableDocument(database, sent);
   await write(exchange, database, doc, doc._deleted ? 200 : 201);
 }
 
@@ -116,7 +114,7 @@ async function write(exchange, database, doc, status) {
   const { id, rev } = result;
   const headers = { ETag: `"${rev}"` };
   if (status === 201)
-    headers.Location = exchange.address(database.name, id);
+    headers.Location = exchange.address(database.name, ...id.split(/(?<=^_design|^_local)\//));
   exchange.sendJson(status, { ok: true, id, rev }, headers);
 }
 

@@ -61,7 +61,7 @@ export class Store {
     if (!this.folder)
       return [...this.databases.keys()].sort();
     const onDisk = existsSync(this.folder) ? readdirSync(this.folder) : [];
-    return onDisk.map(decodeURIComponent).filter(isValidName).sort();
+    return onDisk.map(decodedName).filter(isValidName).sort();
   }
 
   has(name) {
@@ -118,6 +118,15 @@ export class Store {
 
   folderOf(name) {
     return path.join(this.folder, encodeURIComponent(name));
+  }
+}
+
+/** The name that a folder stands for; empty for one that is not ours. */
+function decodedName(folder) {
+  try {
+    return decodeURIComponent(folder);
+  } catch {
+    return '';
   }
 }
 

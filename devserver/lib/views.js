@@ -3,8 +3,7 @@
 
 import { notFound, queryError } from './errors.js';
 import { parameter } from './exchange.js';
-import { presented } from './documents.js';
-import { rangeOptions, withoutUndefined } from './bulk.js';
+import { documentRow, rangeOptions, withoutUndefined } from './range.js';
 
 export async function queryView({ exchange, database, design, view }) {
   const { query } = exchange;
@@ -21,7 +20,10 @@ export async function queryView({ exchange, database, design, view }) {
   exchange.sendJson(200, {
     total_rows,
     offset,
-    rows: rows.map((row) => shapedRow(row, options.include_docs)),
+    // Only rows of a map have an id.
+    rows: rows.map((row) => (row.id === undefined
+      ? { key: row.key, value: row.value }
+      : documentRow(row, options.include_docs))),
   });
 }
 
@@ -39,11 +41,4 @@ function checkReduction({ reduce }, options) {
     throw queryError('Reduce is invalid for map-only views.');
   if (options.group || options.group_level !== undefined)
     throw queryError('Invalid use of grouping on a map view.');
-}
-
-/** A reduced row has no id; a row with documents has one, null if it is gone. */
-function shapedRow({ id, key, value, doc }, includeDocs) {
-  if (id === undefined)
-    return { key, value };
-  return includeDocs ? { id, key, value, doc: doc ? presented(doc) : null } : { id, key, value };
 }

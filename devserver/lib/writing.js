@@ -25,12 +25,18 @@ export async function storableDocument(database, sent, { newEdits = true } = {})
   return doc;
 }
 
-function checkedDocument(sent, newEdits) {
+export function checkedObject(sent) {
   if (!isObject(sent))
     throw badRequest('Document must be a JSON object');
+  return sent;
+}
+
+function checkedDocument(sent, newEdits) {
   const doc = {};
-  for (const [field, value] of Object.entries(sent)) {
-    if (IGNORED_FIELDS.has(field) || (newEdits && field === '_revisions'))
+  for (const [field, value] of Object.entries(checkedObject(sent))) {
+    if (value === undefined || IGNORED_FIELDS.has(field))
+      continue;
+    if (newEdits && field === '_revisions')
       continue;
     if (field.startsWith('_') && !ACCEPTED_FIELDS.has(field))
       throw validationError(field);
