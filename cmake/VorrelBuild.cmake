@@ -100,3 +100,23 @@ function(vorrel_sources target)
     endforeach()
     target_sources(${target} PRIVATE ${sources} PUBLIC FILE_SET HEADERS FILES ${headers})
 endfunction()
+
+# vorrel_umbrella_header(VorrelDataCore)
+#
+# Writes <VorrelDataCore>, which includes every public header of the target and of the libraries
+# below it.
+function(vorrel_umbrella_header target)
+    set(text "// SPDX-FileCopyrightText: The VorrelDataCore authors\n// SPDX-License-Identifier: MIT\n#pragma once\n\n")
+    foreach(library VorrelUtil VorrelCore ${target})
+        get_target_property(headers ${library} HEADER_SET)
+        foreach(header IN LISTS headers)
+            cmake_path(IS_PREFIX VORREL_INCLUDE_BINARY_DIR "${header}" generated)
+            if(NOT generated)
+                cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/src")
+                string(APPEND text "#include <${header}>\n")
+            endif()
+        endforeach()
+    endforeach()
+    file(CONFIGURE OUTPUT "${VORREL_INCLUDE_BINARY_DIR}/${target}" CONTENT "${text}" @ONLY)
+    target_sources(${target} PUBLIC FILE_SET HEADERS FILES "${VORREL_INCLUDE_BINARY_DIR}/${target}")
+endfunction()

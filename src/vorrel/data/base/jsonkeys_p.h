@@ -38,4 +38,13 @@ constexpr QLatin1String doc("doc");
 constexpr QLatin1String latitude("lat");
 constexpr QLatin1String longitude("lon");
 
+// Fonts
+constexpr QLatin1String fontFamily("family");
+constexpr QLatin1String fontPixelSize("pixelSize");
+constexpr QLatin1String fontWeight("weight");
+constexpr QLatin1String fontCapitalization("capitalization");
+constexpr QLatin1String fontItalic("italic");
+constexpr QLatin1String fontLetterSpacing("letterSpacing");
+constexpr QLatin1String fontWordSpacing("wordSpacing");
+
 } // namespace vo::data::jsonkeys

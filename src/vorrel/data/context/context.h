@@ -1,0 +1,261 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/base/mocinclude.h>
+#include <vorrel/data/datacoreexport.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QJsonObject>
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QSharedPointer>
+#include <QtCore/QStringList>
+#include <QtCore/QUrl>
+#include <QtQml/QQmlParserStatus>
+#include <QtQml/qqml.h>
+
+#include <functional>
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QNetworkAccessManager;
+QT_END_NAMESPACE
+
+namespace vo::data {
+
+class AccessController;
+class Document;
+class DocumentCache;
+class DocumentNode;
+class DocumentStore;
+class DocumentTask;
+class IIncubatable;
+class IUpdateHandler;
+class LinkedDocument;
+class LoadQueue;
+class LoadRequest;
+
+/// One database on one server, and all of its documents that were loaded or made here. Everything
+/// else in the library reaches the database through it.
+///
+/// In QML: Context { serviceUrl: "http://localhost:5984"; database: "shop" }. In C++ set the
+/// service URL and the network manager first, then the database, which opens the cache.
+///
+/// It owns its documents: each is one object for each id, lives as long as the Context unless it is
+/// removed, and is never owned by JavaScript. All use is on the thread of the Context. The
+/// destructor emits nothing and saves nothing.
+class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
+{
+    Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
+    QML_NAMED_ELEMENT(Context)
+    Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
+    Q_PROPERTY(
+        QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
+    Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
+    Q_PROPERTY(vo::data::Context::ChangeFeedMonitorType changeFeedMonitorType READ
+                   changeFeedMonitorType WRITE setChangeFeedMonitorTypeFromQml NOTIFY
+                       changeFeedMonitorTypeChanged)
+    Q_PROPERTY(vo::data::Context::ContentFetchPolicy contentFetchPolicy READ contentFetchPolicy
+                   WRITE setContentFetchPolicy NOTIFY contentFetchPolicyChanged)
+    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    Q_PROPERTY(bool hasLocalChanges READ hasLocalChanges NOTIFY hasLocalChangesChanged)
+    Q_PROPERTY(QString language READ language CONSTANT)
+    Q_PROPERTY(QString country READ country CONSTANT)
+
+public:
+    enum ChangeFeedMonitorType {
+        NullMonitor = 0,
+        ContinuousMonitor = 1,
+        PollingMonitor = 2,
+        LongPollingMonitor = 3,
+    };
+    Q_ENUM(ChangeFeedMonitorType)
+
+    enum ContentFetchPolicyFlag {
+        NoPolicy = 0,
+        AutomaticAttachmentDownloadPolicy = 1,
+        DeletedDocumentLoadPolicy = 2,
+        LocalDocumentLoadPolicy = 4,
+        BypassDocumentCachePolicy = 8, ///< read from the database only; the cache is still filled
+        DefaultPolicy = LocalDocumentLoadPolicy,
+    };
+    Q_DECLARE_FLAGS(ContentFetchPolicy, ContentFetchPolicyFlag)
+    Q_FLAG(ContentFetchPolicy)
+
+    explicit Context(QObject *parent = nullptr);
+    Context(const QUrl &serviceUrl, const QString &database, QObject *parent = nullptr);
+    ~Context() override;
+
+    /// Makes what decides on access to \p document; an application's own policy comes in here.
+    /// The document owns it.
+    virtual AccessController *createAccessController(LinkedDocument *document);
+
+    /// Takes over \p queue in the place of the present one. What the old one still wanted is
+    /// wanted from the new one.
+    virtual void setLoadQueue(LoadQueue *queue);
+
+    /// Whether createDocument() may make documents of \p type. True here.
+    [[nodiscard]] virtual bool canCreateNewDocument(const QString &type) const;
+
+    /// Takes the network manager of the QML engine. Until componentComplete(), a database that QML
+    /// sets is held back, so that the order of properties does not matter.
+    void classBegin() override;
+    void componentComplete() override;
+
+    /// \name Configuration
+    /// @{
+
+    /// The base URL of the server. User and password in it are sent with each request and never
+    /// logged.
+    [[nodiscard]] QUrl serviceUrl() const;
+
+    /// Stores \p url and emits nothing; for the time before setDatabase().
+    void setServiceUrl(const QUrl &url);
+
+    [[nodiscard]] QString database() const;
+
+    /// Opens a database: its cache is shared with every Context of the same database name, on
+    /// whatever server. The present name changes nothing. Documents of the former database stay;
+    /// a warning is logged when some of them have unsaved edits.
+    void setDatabase(const QString &name);
+
+    [[nodiscard]] ChangeFeedMonitorType changeFeedMonitorType() const;
+
+    /// Takes effect when the database changes next.
+    void setChangeFeedMonitorType(ChangeFeedMonitorType type);
+
+    [[nodiscard]] ContentFetchPolicy contentFetchPolicy() const;
+    void setContentFetchPolicy(ContentFetchPolicy policy);
+    [[nodiscard]] bool attachmentDownloadEnabled() const;
+    void setAttachmentDownloadEnabled(bool enabled);
+
+    /// Not owned. Null makes every request fail.
+    [[nodiscard]] QNetworkAccessManager *networkAccessManager() const;
+    void setNetworkAccessManager(QNetworkAccessManager *manager);
+
+    /// Always "de" and "AT".
+    [[nodiscard]] QString language() const;
+    [[nodiscard]] QString country() const;
+
+    /// Takes \p handler over; the present one is deleted, once it is not running.
+    void setUpdateHandler(IUpdateHandler *handler);
+    /// @}
+
+    /// \name Loading
+    /// @{
+
+    /// Loads documents with all that they refer to. The request ends, and deletes itself, when
+    /// each id has its node or is known not to exist. Ids beyond Latin-1 do not exist.
+    LoadRequest *loadDocument(const QString &id);
+    LoadRequest *loadDocuments(const QStringList &ids);
+
+    /// Whether the id is known, built or not, deleted or not.
+    Q_INVOKABLE [[nodiscard]] bool isLoaded(const QString &id) const;
+
+    /// The document, built on first use. Null if it is not loaded, is of an unknown type or is
+    /// deleted.
+    Q_INVOKABLE [[nodiscard]] vo::data::Document *loadedDocument(const QString &id) const;
+
+    /// True while documents are being loaded.
+    [[nodiscard]] bool isBusy() const;
+    [[nodiscard]] LoadQueue *loadQueue() const;
+
+    /// Null as long as no database is open.
+    [[nodiscard]] QSharedPointer<DocumentCache> documentCache() const;
+    /// @}
+
+    /// \name Documents
+    /// @{
+
+    /// A new document. Null for an unknown type, for a type that canCreateNewDocument() refuses
+    /// and, with a log line, for an id of a live document or beyond Latin-1.
+    Q_INVOKABLE vo::data::Document *createDocument(const QString &type);
+    Q_INVOKABLE vo::data::Document *createDocumentWithId(const QString &type, const QString &id);
+
+    /// All documents that have been built.
+    [[nodiscard]] QList<Document *> documents() const;
+    [[nodiscard]] QList<LinkedDocument *> dirtyDocuments() const;
+
+    /// Documents that the database has never seen.
+    [[nodiscard]] QList<Document *> localDocuments() const;
+    [[nodiscard]] bool hasLocalChanges() const;
+
+    /// Calls \p handler with each document of \p type or a type below it when it is made. Handlers
+    /// of shorter types run first.
+    void addCreationHandler(const QString &type, std::function<void(Document *)> handler);
+
+    /// The database has lost this document: it is deleted here too, without any upload, and goes
+    /// in a later turn of the event loop. Unsaved edits are lost, with a warning.
+    void removeDocument(const QString &id);
+    void removeDocument(LinkedDocument *document);
+
+    /// Logs how many documents of each type there are, in "vorrel.data.context".
+    void documentReport() const;
+    /// @}
+
+    /// \name For the library itself
+    /// @{
+    [[nodiscard]] DocumentNode *documentNode(const QByteArray &id) const;
+    [[nodiscard]] DocumentNode *documentNode(const Document *document) const;
+
+    /// The node of \p id, made with \p data if there is none.
+    DocumentNode *addDocumentNode(const QByteArray &id, const QJsonObject &data);
+    void addDocument(LinkedDocument *document);
+    void linkDocuments(DocumentNode *from, DocumentNode *to);
+    void unlinkDocuments(DocumentNode *from, DocumentNode *to);
+    void markDirty(LinkedDocument *document);
+    void markClean(LinkedDocument *document);
+    void reportDocumentChange(Document *document);
+    void reportLocalStateChange(Document *document);
+    void incubate(IIncubatable *object);
+    void finishIncubation();
+
+    /// Runs \p task in a later turn, together with others, 6 ms of them at a time.
+    void addDocumentGraphTask(std::unique_ptr<DocumentTask> task);
+    /// @}
+
+public Q_SLOTS:
+    /// Asks anew for the access level of every document.
+    void updateAccessLevel();
+
+Q_SIGNALS:
+    void serviceUrlChanged(const QUrl &serviceUrl);
+    void databaseChanged(const QString &database);
+    void changeFeedMonitorTypeChanged();
+    void contentFetchPolicyChanged();
+    void busyChanged();
+    void languageChanged();
+    void countryChanged();
+    void hasLocalChangesChanged();
+    void localDocumentsChanged();
+    void documentAdded(vo::data::Document *document);
+    void documentRemoved(vo::data::Document *document);
+    void documentChanged(vo::data::Document *document);
+    void documentNodeAdded(const QString &id);
+    void documentLinked(const QByteArray &from, const QByteArray &to);
+    void documentUnlinked(const QByteArray &from, const QByteArray &to);
+
+protected:
+    void customEvent(QEvent *event) override;
+
+private Q_SLOTS:
+    void updateBusyState();
+    void handleNewRevision(const QString &id, const QString &revision);
+
+private:
+    friend class LoadRequest;
+    friend DocumentStore &documentStore(const Context *context);
+
+    void setServiceUrlFromQml(const QUrl &url);
+    void setChangeFeedMonitorTypeFromQml(ChangeFeedMonitorType type);
+    void openDatabase(const QString &name);
+
+    struct Private;
+    const std::unique_ptr<Private> d;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(Context::ContentFetchPolicy)
+
+} // namespace vo::data

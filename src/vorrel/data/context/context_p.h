@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/context/context.h>
+#include <vorrel/data/context/documentcache.h>
+#include <vorrel/data/context/loadrequestboard_p.h>
+#include <vorrel/data/core/documentnode.h>
+#include <vorrel/data/core/documentstore_p.h>
+#include <vorrel/data/core/documenttask.h>
+#include <vorrel/data/core/iupdatehandler.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
+#include <QtCore/QSet>
+#include <QtCore/QVector>
+#include <QtNetwork/QNetworkAccessManager>
+
+#include <deque>
+#include <optional>
+
+namespace vo::data {
+
+class DocumentIncubator;
+
+struct Context::Private final : DocumentStore
+{
+    explicit Private(Context *context);
+    ~Private() override;
+
+    // Configuration
+    Context *const q;
+    QUrl url;
+    QString databaseName;
+    bool building = false; // QML sets properties just now
+    std::optional<QString> heldDatabase; // what it set while building
+    int databaseChanges = 0; // tells a slot of databaseChanged that set another one
+    ChangeFeedMonitorType changeFeedMonitorType = ContinuousMonitor;
+    ContentFetchPolicy contentFetchPolicy = DefaultPolicy;
+    QPointer<QNetworkAccessManager> networkAccessManager;
+    QSharedPointer<DocumentCache> cache;
+    std::unique_ptr<IUpdateHandler> updateHandler;
+    int updatesRunning = 0;
+    std::vector<std::unique_ptr<IUpdateHandler>> retiredUpdateHandlers; // one may be running
+
+    // Loading
+    DocumentIncubator *const incubator; // child of the Context
+    LoadRequestBoard *const loadRequests; // child of the Context
+    LoadQueue *loadQueue = nullptr; // child of the Context
+    bool busy = false;
+
+    // Documents
+    QHash<QByteArray, DocumentNode *> documentNodes; // owned
+    QHash<std::pair<DocumentNode *, DocumentNode *>, DocumentEdge *> documentLinks; // owned
+    QSet<LinkedDocument *> dirtyDocuments;
+    QList<Document *> locals;
+    QHash<QString, QVector<std::function<void(Document *)>>> creationHandlers;
+
+    // Deferred work
+    std::deque<std::unique_ptr<DocumentTask>> graphTasks;
+    bool graphTasksPending = false;
+    bool closing = false;
+
+    DocumentNode *insertNode(DocumentNode *node);
+
+    /// Takes \p node out of the table and the graph. The caller owns it then.
+    std::shared_ptr<DocumentNode> takeNode(DocumentNode *node);
+
+    /// The end of a node that was taken: announces that its document goes, and destroys both.
+    void destroyNode(std::shared_ptr<DocumentNode> node);
+    void removeDocument(LinkedDocument *document);
+    void runCreationHandlers(Document *document);
+
+    // DocumentStore
+    QObject *object() override;
+    [[nodiscard]] bool isClosing() const override;
+    [[nodiscard]] QString language() const override;
+    [[nodiscard]] QUrl serviceUrl() const override;
+    [[nodiscard]] QString database() const override;
+    [[nodiscard]] DocumentNode *documentNode(const QByteArray &id) const override;
+    [[nodiscard]] bool releaseId(const QByteArray &id) override;
+    void addDocument(LinkedDocument *document) override;
+    void forgetDocument(LinkedDocument *document) override;
+    void markDirty(LinkedDocument *document) override;
+    void markClean(LinkedDocument *document) override;
+    void reportLocalStateChange(Document *document) override;
+    void reportDocumentChange(Document *document) override;
+    void linkDocuments(DocumentNode *from, DocumentNode *to) override;
+    void unlinkDocuments(DocumentNode *from, DocumentNode *to) override;
+    void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
+    void finishIncubation() override;
+    [[nodiscard]] std::unique_ptr<AccessController>
+    createAccessController(LinkedDocument *document) override;
+};
+
+} // namespace vo::data

@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// Context: what it does for its documents, behind the interface that they know.
+
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/context/context_p.h>
+#include <vorrel/data/context/documentincubator.h>
+#include <vorrel/data/core/accesscontroller.h>
+#include <vorrel/data/core/documenttasks_p.h>
+
+namespace vo::data {
+
+DocumentStore &documentStore(const Context *context)
+{
+    return *context->d;
+}
+
+QObject *Context::Private::object()
+{
+    return q;
+}
+
+bool Context::Private::isClosing() const
+{
+    return closing;
+}
+
+QString Context::Private::language() const
+{
+    return q->language();
+}
+
+QUrl Context::Private::serviceUrl() const
+{
+    return url;
+}
+
+QString Context::Private::database() const
+{
+    return databaseName;
+}
+
+DocumentNode *Context::Private::documentNode(const QByteArray &id) const
+{
+    return documentNodes.value(id);
+}
+
+std::unique_ptr<AccessController>
+Context::Private::createAccessController(LinkedDocument *document)
+{
+    return std::unique_ptr<AccessController>(q->createAccessController(document));
+}
+
+void Context::Private::finishIncubation()
+{
+    incubator->finishIncubation();
+}
+
+// Nodes
+
+DocumentNode *Context::addDocumentNode(const QByteArray &id, const QJsonObject &data)
+{
+    DocumentNode *node = d->documentNodes.value(id);
+    return node ? node : d->insertNode(new DocumentNode(this, id, data));
+}
+
+DocumentNode *Context::Private::insertNode(DocumentNode *node)
+{
+    const QString id = QString::fromLatin1(node->id());
+    documentNodes.insert(node->id(), node);
+    loadRequests->nodeAdded(id);
+    Q_EMIT q->documentNodeAdded(id);
+    return node;
+}
+
+void Context::addDocument(LinkedDocument *document)
+{
+    d->addDocument(document);
+}
+
+void Context::Private::addDocument(LinkedDocument *document)
+{
+    const QPointer<LinkedDocument> guard(document);
+    if (DocumentNode *node = documentNode(document->id())) {
+        // Before anybody hears of the document, so that the node does not make a second one.
+        node->m_document = document;
+    } else {
+        insertNode(new DocumentNode(document));
+    }
+    if (guard) {
+        runCreationHandlers(document);
+    }
+    if (guard) {
+        Q_EMIT q->documentAdded(document);
+    }
+    if (guard && document->isLocal()) {
+        locals.append(document);
+        Q_EMIT q->localDocumentsChanged();
+    }
+}
+
+bool Context::Private::releaseId(const QByteArray &id)
+{
+    DocumentNode *node = documentNode(id);
+    if (!node) {
+        return true;
+    }
+    if (!node->isInstantiated() || !node->document()->deleted()) {
+        return false;
+    }
+    auto taken = takeNode(node);
+    addDocumentGraphTask(
+        std::make_unique<RunFunctionTask>([this, taken] { destroyNode(taken); }));
+    return true;
+}
+
+void Context::Private::forgetDocument(LinkedDocument *document)
+{
+    markClean(document);
+    if (locals.removeOne(document)) {
+        Q_EMIT q->localDocumentsChanged();
+    }
+    DocumentNode *node = documentNode(document->id());
+    if (node && node->m_document == document) {
+        // Somebody else destroyed the document. The node goes with it, so that the id can be
+        // loaded again, but not at once: it may be making the document just now.
+        node->m_document = nullptr;
+        addDocumentGraphTask(std::make_unique<RunFunctionTask>([taken = takeNode(node)] {}));
+    }
+}
+
+std::shared_ptr<DocumentNode> Context::Private::takeNode(DocumentNode *node)
+{
+    documentNodes.remove(node->id());
+    const QList<DocumentEdge *> edges = node->incoming() + node->outgoing();
+    for (DocumentEdge *edge : edges) {
+        edge->source->removeOutgoingEdge(edge);
+        edge->target->removeIncomingEdge(edge);
+        documentLinks.remove({ edge->source, edge->target });
+        delete edge;
+    }
+    return std::shared_ptr<DocumentNode>(node);
+}
+
+void Context::Private::destroyNode(std::shared_ptr<DocumentNode> node)
+{
+    const QPointer<Context> self(q);
+    const QPointer<LinkedDocument> document(node->m_document);
+    if (document) {
+        Q_EMIT q->documentRemoved(document);
+    }
+    if (!document || !self) {
+        node->m_document = nullptr; // a slot was faster
+    }
+}
+
+// Edges
+
+void Context::linkDocuments(DocumentNode *from, DocumentNode *to)
+{
+    d->linkDocuments(from, to);
+}
+
+void Context::unlinkDocuments(DocumentNode *from, DocumentNode *to)
+{
+    d->unlinkDocuments(from, to);
+}
+
+void Context::Private::linkDocuments(DocumentNode *from, DocumentNode *to)
+{
+    if (!from->isInstantiated() || !to->isInstantiated()) {
+        return;
+    }
+    auto *edge = new DocumentEdge { from, to };
+    from->addOutgoingEdge(edge);
+    to->addIncomingEdge(edge);
+    documentLinks.insert({ from, to }, edge);
+    to->document()->scheduleAccessLevelUpdate();
+    Q_EMIT q->documentLinked(from->id(), to->id());
+}
+
+void Context::Private::unlinkDocuments(DocumentNode *from, DocumentNode *to)
+{
+    if (!from->isInstantiated() || !to->isInstantiated()) {
+        return;
+    }
+    const std::unique_ptr<DocumentEdge> edge(documentLinks.take({ from, to }));
+    from->removeOutgoingEdge(edge.get());
+    to->removeIncomingEdge(edge.get());
+    to->document()->scheduleAccessLevelUpdate();
+    Q_EMIT q->documentUnlinked(from->id(), to->id());
+}
+
+// Bookkeeping
+
+void Context::markDirty(LinkedDocument *document)
+{
+    d->markDirty(document);
+}
+
+void Context::markClean(LinkedDocument *document)
+{
+    d->markClean(document);
+}
+
+void Context::reportDocumentChange(Document *document)
+{
+    d->reportDocumentChange(document);
+}
+
+void Context::reportLocalStateChange(Document *document)
+{
+    d->reportLocalStateChange(document);
+}
+
+void Context::Private::markDirty(LinkedDocument *document)
+{
+    const bool wasClean = dirtyDocuments.isEmpty();
+    dirtyDocuments.insert(document);
+    if (wasClean) {
+        Q_EMIT q->hasLocalChangesChanged();
+    }
+}
+
+void Context::Private::markClean(LinkedDocument *document)
+{
+    if (dirtyDocuments.remove(document) && dirtyDocuments.isEmpty()) {
+        Q_EMIT q->hasLocalChangesChanged();
+    }
+}
+
+void Context::Private::reportDocumentChange(Document *document)
+{
+    Q_EMIT q->documentChanged(document);
+}
+
+void Context::Private::reportLocalStateChange(Document *document)
+{
+    locals.removeOne(document);
+    Q_EMIT q->localDocumentsChanged();
+}
+
+} // namespace vo::data

@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/context/couchdbloader.h>
+
+#include <vorrel/data/base/clock_p.h>
+#include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/context/context.h>
+#include <vorrel/data/context/documentcache.h>
+
+#include <vorrel/core/couchurl.h>
+#include <vorrel/core/postrequest.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QMetaEnum>
+#include <QtCore/QPointer>
+#include <QtCore/QSet>
+
+#include <algorithm>
+
+namespace vo::data {
+
+namespace {
+
+constexpr int databasePriority = 100;
+
+void logFailure(int status, QNetworkReply::NetworkError error)
+{
+    const char *name = QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(error);
+    if (status == 0) {
+        qCCritical(lcLoadQueue) << "Document load request failed with network error" << name;
+    } else if (error == QNetworkReply::NoError) {
+        qCCritical(lcLoadQueue) << "Document load request failed: the answer with HTTP status"
+                                << status << "lacks documents that were asked for";
+    } else {
+        qCCritical(lcLoadQueue) << "Document load request failed with HTTP status" << status
+                                << name;
+    }
+}
+
+QStringList inOrder(const QStringList &ids, const QSet<QString> &chosen)
+{
+    QStringList result;
+    std::copy_if(ids.begin(), ids.end(), std::back_inserter(result),
+                 [&](const QString &id) { return chosen.contains(id); });
+    return result;
+}
+
+} // namespace
+
+/// One request on its way, and what it was made for: the answer counts only for that.
+struct CouchDBLoader::Batch
+{
+    QStringList ids;
+    QUrl url;
+    QSharedPointer<DocumentCache> cache;
+    QPointer<PostRequest> request;
+};
+
+struct CouchDBLoader::Private
+{
+    QStringList pendingIds;
+    bool scheduled = false; // a flush is queued or a request is in flight
+    int failedAttempts = 0; // in a row
+    std::chrono::milliseconds nextDelay {};
+    int lastStatus = -1;
+    QNetworkReply::NetworkError lastError = QNetworkReply::NoError;
+};
+
+CouchDBLoader::CouchDBLoader(Context *context)
+    : Loader(databasePriority, context)
+    , d(new Private)
+{
+}
+
+CouchDBLoader::~CouchDBLoader() = default;
+
+bool CouchDBLoader::load(const QString &id)
+{
+    d->pendingIds.append(id);
+    schedule();
+    return true;
+}
+
+void CouchDBLoader::schedule()
+{
+    if (d->scheduled) {
+        return;
+    }
+    d->scheduled = true;
+    const auto delay = std::exchange(d->nextDelay, std::chrono::milliseconds::zero());
+    if (delay.count() < 1) {
+        QMetaObject::invokeMethod(this, &CouchDBLoader::flush, Qt::QueuedConnection);
+    } else {
+        Clock::instance().singleShot(delay, this, [this] { flush(); });
+    }
+}
+
+void CouchDBLoader::flush()
+{
+    if (d->pendingIds.isEmpty()) {
+        d->scheduled = false;
+        return;
+    }
+    Batch batch;
+    batch.ids = d->pendingIds.mid(0, tuning::bulkFetchSize);
+    d->pendingIds = d->pendingIds.mid(tuning::bulkFetchSize);
+    batch.url = CouchUrl::databaseUrl(context()->serviceUrl(), context()->database());
+    batch.cache = context()->documentCache();
+
+    const QUrl url
+        = CouchUrl::resource(context()->serviceUrl(), context()->database(),
+                             QStringLiteral("_all_docs"),
+                             { { QStringLiteral("include_docs"), QStringLiteral("true") } });
+    const QJsonObject body { { jsonkeys::keys, QJsonArray::fromStringList(batch.ids) } };
+    batch.request
+        = new PostRequest(QNetworkRequest(url), context()->networkAccessManager(), body, this);
+    batch.request->setSuppressErrors(true);
+    connect(batch.request, &Request::finished, this, [this, batch] { handleAnswer(batch); });
+}
+
+void CouchDBLoader::handleAnswer(const Batch &batch)
+{
+    const QPointer<CouchDBLoader> self(this);
+    const QUrl present = CouchUrl::databaseUrl(context()->serviceUrl(), context()->database());
+    if (batch.url != present || batch.cache != context()->documentCache()) {
+        // Another database was opened in the meantime: it will be asked for these ids.
+        for (const QString &id : batch.ids) {
+            Q_EMIT failed(id);
+            if (!self) {
+                return;
+            }
+        }
+    } else if (batch.request->isOk(200)) {
+        handleRows(batch);
+    } else {
+        handleFailure(batch, batch.ids);
+    }
+    if (self) {
+        d->scheduled = false;
+        schedule();
+    }
+}
+
+void CouchDBLoader::handleRows(const Batch &batch)
+{
+    const QPointer<CouchDBLoader> self(this);
+    QSet<QString> unanswered(batch.ids.begin(), batch.ids.end());
+    const QJsonArray rows = batch.request->response(nullptr).toObject().value(jsonkeys::rows).toArray();
+    for (const QJsonValue &value : rows) {
+        const QJsonObject row = value.toObject();
+        const QJsonValue doc = row.value(jsonkeys::doc);
+        const bool missing = doc.isUndefined() || doc.isNull();
+        const QString id
+            = (missing ? row.value(jsonkeys::key) : doc.toObject().value(jsonkeys::id)).toString();
+        if (!unanswered.remove(id)) {
+            qCWarning(lcLoadQueue, "Ignoring a row for the document \"%s\" that was not asked for",
+                      qPrintable(id));
+            continue;
+        }
+        if (missing) {
+            Q_EMIT notFound(id);
+        } else {
+            if (batch.cache) {
+                batch.cache->insert(id, doc.toObject());
+            }
+            Q_EMIT loaded(id, doc.toObject());
+        }
+        if (!self) {
+            return;
+        }
+    }
+    if (unanswered.isEmpty()) {
+        if (d->failedAttempts > 0) {
+            qCInfo(lcLoadQueue) << "Document load request succeeded after" << d->failedAttempts
+                                << "failed attempts";
+        }
+        d->failedAttempts = 0;
+        d->lastStatus = -1;
+    } else {
+        // The page of some proxy, say. Nothing is known about these documents.
+        handleFailure(batch, inOrder(batch.ids, unanswered));
+    }
+}
+
+void CouchDBLoader::handleFailure(const Batch &batch, const QStringList &ids)
+{
+    d->nextDelay = std::min(tuning::bulkRetryStep * d->failedAttempts + tuning::bulkRetryBase,
+                            tuning::bulkRetryLimit);
+    const int status = batch.request->responseCode();
+    const QNetworkReply::NetworkError error = batch.request->error();
+    if (status != d->lastStatus || error != d->lastError) {
+        d->lastStatus = status;
+        d->lastError = error;
+        logFailure(status, error);
+    }
+    ++d->failedAttempts;
+    const QPointer<CouchDBLoader> self(this);
+    for (const QString &id : ids) {
+        Q_EMIT failed(id);
+        if (!self) {
+            return;
+        }
+    }
+}
+
+} // namespace vo::data
+
+#include "moc_couchdbloader.cpp"

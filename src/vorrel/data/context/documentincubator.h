@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/datacoreexport.h>
+
+#include <QtCore/QObject>
+
+#include <deque>
+
+namespace vo::data {
+
+class Context;
+class IIncubatable;
+
+/// Gives objects that finish later their turns: 4 ms at a time, behind input and painting. Child of
+/// the Context. Objects dispose of themselves and must not be destroyed while they wait.
+class VORREL_DATACORE_EXPORT DocumentIncubator : public QObject
+{
+    Q_OBJECT
+public:
+    explicit DocumentIncubator(Context *context);
+    ~DocumentIncubator() override;
+
+    void incubate(IIncubatable *object);
+
+    /// Finishes all that waits, now. Does not call IIncubatable::finishIncubation().
+    void finishIncubation();
+
+    [[nodiscard]] bool isIncubating() const { return m_incubating; }
+
+Q_SIGNALS:
+    void incubatingChanged();
+
+protected:
+    void customEvent(QEvent *event) override;
+
+private:
+    [[nodiscard]] Context *context() const;
+    void setIncubating(bool incubating);
+
+    std::deque<IIncubatable *> m_queue;
+    bool m_incubating = false;
+};
+
+} // namespace vo::data

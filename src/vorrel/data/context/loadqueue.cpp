@@ -1,0 +1,212 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/context/loadqueue.h>
+
+#include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/base/timeslice_p.h>
+#include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/context/context.h>
+#include <vorrel/data/context/documentbatch_p.h>
+#include <vorrel/data/context/loader.h>
+
+#include <QtCore/QDebug>
+#include <QtCore/QHash>
+#include <QtCore/QJsonArray>
+#include <QtCore/QPointer>
+
+#include <algorithm>
+#include <vector>
+
+namespace vo::data {
+
+struct LoadQueue::Private
+{
+    bool loading = false;
+    QSet<QString> requested; // wanted and not delivered yet
+    QSet<QString> inProgress; // taken by a loader, answer outstanding
+    QHash<QString, QJsonObject> received; // delivered, waiting for references
+    std::unique_ptr<DocumentBatch> batch; // complete, on its way into the Context
+    std::vector<Loader *> loaders; // by priority; owned
+};
+
+LoadQueue::LoadQueue(Context *context)
+    : QObject(context)
+    , d(new Private)
+{
+    startTimer(int(tuning::loadQueueTick.count()), Qt::CoarseTimer);
+}
+
+LoadQueue::~LoadQueue()
+{
+    for (Loader *loader : d->loaders) {
+        loader->disconnect(this);
+        delete loader;
+    }
+}
+
+Context *LoadQueue::context() const
+{
+    return static_cast<Context *>(parent());
+}
+
+bool LoadQueue::isLoading() const
+{
+    return d->loading;
+}
+
+void LoadQueue::setLoading(bool loading)
+{
+    if (loading != d->loading) {
+        d->loading = loading;
+        Q_EMIT loadingChanged();
+    }
+}
+
+void LoadQueue::load(const QSet<QString> &ids)
+{
+    qCDebug(lcLoadQueue) << "Requesting load of" << ids;
+    d->requested |= ids;
+    d->requested.remove(QString()); // no document has it, so nobody could answer
+    setLoading(true);
+}
+
+QSet<QString> LoadQueue::wantedDocuments() const
+{
+    QSet<QString> wanted = d->requested;
+    for (auto it = d->received.keyBegin(); it != d->received.keyEnd(); ++it) {
+        wanted.insert(*it);
+    }
+    return d->batch ? wanted | d->batch->remaining() : wanted;
+}
+
+// Loaders
+
+void LoadQueue::addLoader(Loader *loader)
+{
+    const auto position
+        = std::upper_bound(d->loaders.begin(), d->loaders.end(), loader->priority(),
+                           [](int priority, const Loader *other) {
+                               return priority < other->priority();
+                           });
+    d->loaders.insert(position, loader);
+    // A loader may answer while it is offered the next id; its documents come in a turn of
+    // their own.
+    connect(loader, &Loader::loaded, this, &LoadQueue::handleLoaded, Qt::QueuedConnection);
+    connect(loader, &Loader::notFound, this, &LoadQueue::handleNotFound);
+    connect(loader, &Loader::failed, this, &LoadQueue::handleFailed);
+    connect(loader, &QObject::destroyed, this, [this, loader] { removeLoader(loader); });
+}
+
+void LoadQueue::removeLoader(Loader *loader)
+{
+    const auto found = std::find(d->loaders.begin(), d->loaders.end(), loader);
+    if (found != d->loaders.end()) {
+        loader->disconnect(this);
+        d->loaders.erase(found);
+    }
+}
+
+void LoadQueue::handleLoaded(const QString &id, const QJsonObject &data)
+{
+    bool waits = false;
+    QSet<QString> missing;
+    const QJsonArray references = data.value(jsonkeys::references).toArray();
+    for (const QJsonValue &value : references) {
+        const QString reference = value.toString();
+        if (reference.isEmpty() || context()->isLoaded(reference)) {
+            continue;
+        }
+        waits = true;
+        const bool known = d->requested.contains(reference) || d->received.contains(reference)
+            || (d->batch && d->batch->contains(reference));
+        if (!known) {
+            missing.insert(reference);
+        }
+    }
+    d->requested.remove(id);
+    d->inProgress.remove(id);
+    d->requested |= missing;
+    d->requested.remove(id); // a document that refers to itself
+    if (waits) {
+        d->received.insert(id, data);
+    } else {
+        context()->addDocumentNode(id.toLatin1(), data);
+    }
+}
+
+void LoadQueue::handleNotFound(const QString &id)
+{
+    d->requested.remove(id);
+    d->inProgress.remove(id);
+    Q_EMIT documentNotFound(id);
+}
+
+void LoadQueue::handleFailed(const QString &id)
+{
+    // It stays wanted; the loader sets the pace.
+    d->inProgress.remove(id);
+}
+
+// The tick
+
+void LoadQueue::timerEvent(QTimerEvent * /*event*/)
+{
+    for (auto it = d->received.keyBegin(); it != d->received.keyEnd(); ++it) {
+        d->requested.remove(*it);
+    }
+    const QSet<QString> requested = d->requested;
+    for (const QString &id : requested) {
+        offer(id);
+    }
+    if (!requested.isEmpty() || d->batch) {
+        return;
+    }
+    if (d->received.isEmpty()) {
+        setLoading(false);
+        return;
+    }
+    d->batch = std::make_unique<DocumentBatch>(std::exchange(d->received, {}));
+    instanceDocuments();
+}
+
+void LoadQueue::offer(const QString &id)
+{
+    if (d->inProgress.contains(id)) {
+        return;
+    }
+    const std::vector<Loader *> loaders = d->loaders;
+    for (Loader *loader : loaders) {
+        if (loader->load(id)) {
+            d->inProgress.insert(id);
+            return;
+        }
+    }
+}
+
+// Gives the batch to the Context, in slices.
+void LoadQueue::instanceDocuments()
+{
+    const QPointer<LoadQueue> self(this);
+    const TimeSlice slice(tuning::batchSlice);
+    bool more = true;
+    while (more && !slice.isOver()) {
+        more = d->batch->addNext(context());
+        if (!self) {
+            return;
+        }
+    }
+    if (more) {
+        QMetaObject::invokeMethod(this, &LoadQueue::instanceDocuments, Qt::QueuedConnection);
+        return;
+    }
+    d->batch->report();
+    d->batch.reset();
+    if (d->requested.isEmpty() && d->received.isEmpty()) {
+        setLoading(false);
+    }
+}
+
+} // namespace vo::data
+
+#include "moc_loadqueue.cpp"

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/context/loadrequest.h>
+
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/context/context.h>
+#include <vorrel/data/core/documentids_p.h>
+#include <vorrel/data/core/linkeddocument.h>
+
+namespace vo::data {
+
+LoadRequest::LoadRequest(const QStringList &ids, Context *context)
+    : QObject(context)
+{
+    for (const QString &id : ids) {
+        if (id.isEmpty() || !isStorableId(id)) {
+            qCWarning(lcLoadQueue, "Not loading the id \"%s\": ids are Latin-1 and not empty",
+                      qPrintable(id));
+        } else if (context->isLoaded(id)) {
+            m_loaded.append(id);
+        } else {
+            m_pending.insert(id);
+        }
+    }
+    connect(this, &LoadRequest::finished, this, &QObject::deleteLater, Qt::QueuedConnection);
+    if (m_pending.isEmpty()) {
+        QMetaObject::invokeMethod(this, &LoadRequest::finished, Qt::QueuedConnection);
+    }
+}
+
+LoadRequest::~LoadRequest() = default;
+
+Context *LoadRequest::context() const
+{
+    return static_cast<Context *>(parent());
+}
+
+QSet<QString> LoadRequest::pendingDocuments() const
+{
+    return m_pending;
+}
+
+QList<LinkedDocument *> LoadRequest::documents() const
+{
+    QList<LinkedDocument *> documents;
+    for (const QString &id : m_loaded) {
+        if (auto *document = static_cast<LinkedDocument *>(context()->loadedDocument(id))) {
+            documents.append(document);
+        }
+    }
+    return documents;
+}
+
+void LoadRequest::newDocumentNode(const QString &id)
+{
+    if (m_pending.remove(id)) {
+        m_loaded.append(id);
+        finishIfComplete();
+    }
+}
+
+void LoadRequest::skipDocument(const QString &id)
+{
+    if (m_pending.remove(id)) {
+        finishIfComplete();
+    }
+}
+
+void LoadRequest::finishIfComplete()
+{
+    if (m_pending.isEmpty()) {
+        Q_EMIT finished();
+    }
+}
+
+} // namespace vo::data
+
+#include "moc_loadrequest.cpp"

@@ -1,0 +1,235 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// Document: what it points at, what points at it, and the walks along these links. Links come from
+// the database, so every walk keeps its own stack and the set of what it has seen.
+
+#include <vorrel/data/base/qmlobjectlist_p.h>
+#include <vorrel/data/base/textids_p.h>
+#include <vorrel/data/core/document_p.h>
+#include <vorrel/data/core/linkeddocument.h>
+#include <vorrel/data/properties/documentpropertybase.h>
+
+#include <vorrel/util/message.h>
+
+#include <QtCore/QPointer>
+
+namespace vo::data {
+
+namespace {
+
+template <typename Function>
+void forEachDocumentProperty(const std::vector<PropertyBase *> &properties, Function function)
+{
+    for (const PropertyBase *property : properties) {
+        if (property->holdsDocuments()) {
+            function(static_cast<const DocumentPropertyBase &>(*property));
+        }
+    }
+}
+
+} // namespace
+
+void Document::attachDocument(Document *document)
+{
+    const QPointer<Document> self(this);
+    const QPointer<Document> target(document);
+    const bool known = d->attached.contains(document);
+    d->attached.append(document);
+    Q_EMIT attachedDocumentsChanged();
+    if (!self) {
+        return;
+    }
+    if (!known && target) {
+        target->addReferencingDocument(this);
+    }
+    scheduleDependencyUpdate();
+}
+
+void Document::detachDocument(Document *document)
+{
+    const QPointer<Document> self(this);
+    const QPointer<Document> target(document);
+    d->attached.removeOne(document);
+    Q_EMIT attachedDocumentsChanged();
+    if (!self) {
+        return;
+    }
+    if (target && !d->attached.contains(document)) {
+        target->removeReferencingDocument(this);
+    }
+    scheduleDependencyUpdate();
+}
+
+void Document::addReferencingDocument(Document *document)
+{
+    if (document) {
+        d->referencing.insert(document);
+    }
+}
+
+void Document::removeReferencingDocument(Document *document)
+{
+    d->referencing.remove(document);
+}
+
+// The document is about to go: nobody may keep a pointer to it.
+void Document::leaveAttachments()
+{
+    for (Document *target : std::as_const(d->attached)) {
+        target->removeReferencingDocument(this);
+    }
+    for (Document *source : std::as_const(d->referencing)) {
+        source->d->attached.removeAll(this);
+    }
+    d->attached.clear();
+    d->referencing.clear();
+}
+
+QList<Document *> Document::attached() const
+{
+    QList<Document *> unique;
+    QSet<Document *> seen;
+    for (Document *document : std::as_const(d->attached)) {
+        if (!seen.contains(document)) {
+            seen.insert(document);
+            unique.append(document);
+        }
+    }
+    return unique;
+}
+
+QList<Document *> Document::referencingDocuments() const
+{
+    return d->referencing.values();
+}
+
+Document *Document::attachedDocument(const QString &id) const
+{
+    for (Document *document : std::as_const(d->attached)) {
+        if (document->documentId() == id) {
+            return document;
+        }
+    }
+    return nullptr;
+}
+
+QQmlListProperty<Document> Document::attachedDocuments()
+{
+    return ReadOnlyObjectList<Document>::property(
+        this, [](QObject *owner) { return static_cast<Document *>(owner)->attached(); });
+}
+
+// The documents that the properties point at, and with them a LinkedDocument's references.
+QList<Document *> Document::linkTargets() const
+{
+    QList<Document *> targets;
+    forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
+        targets.append(property.referencedDocuments());
+    });
+    return targets;
+}
+
+bool Document::isComplete() const
+{
+    if (d->complete) {
+        return true;
+    }
+    QSet<const Document *> seen { this };
+    QList<const Document *> open { this };
+    while (!open.isEmpty()) {
+        const Document *document = open.takeLast();
+        bool complete = true;
+        forEachDocumentProperty(document->d->properties, [&](const DocumentPropertyBase &property) {
+            complete = complete && property.isComplete();
+            for (const Document *target : property.referencedDocuments()) {
+                if (!target->d->complete && !seen.contains(target)) {
+                    seen.insert(target);
+                    open.append(target);
+                }
+            }
+        });
+        if (!complete) {
+            return false;
+        }
+    }
+    // Whatever was reached is complete, since all that it reaches is among the seen.
+    for (const Document *document : std::as_const(seen)) {
+        document->d->complete = true;
+    }
+    return true;
+}
+
+void Document::aggregateReferences(QSet<QString> &ids) const
+{
+    for (const PropertyBase *property : d->properties) {
+        property->aggregateReferences(ids);
+    }
+}
+
+void Document::aggregateDependencies(QSet<const LinkedDocument *> &documents) const
+{
+    forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
+        if (property.isComplete()) {
+            for (const Document *target : property.referencedDocuments()) {
+                target->aggregateDependencies(documents);
+            }
+        }
+    });
+}
+
+namespace {
+
+struct Step
+{
+    const Document *document;
+    QList<Document *> targets;
+    int next = 0;
+};
+
+} // namespace
+
+bool Document::performCycleCheck(Document *target) const
+{
+    const Document *source = linkSource();
+    if (!source || !target) {
+        return false;
+    }
+    // Depth first, the path being the documents of the steps. What was left without success
+    // cannot succeed by another way, so it is not entered twice.
+    QSet<const Document *> seen { target };
+    std::vector<Step> path { { target, target->linkTargets() } };
+    while (!path.empty() && path.back().document != source) {
+        Step &step = path.back();
+        if (step.next == step.targets.size()) {
+            path.pop_back();
+            continue;
+        }
+        const Document *next = step.targets.at(step.next++);
+        if (!seen.contains(next)) {
+            seen.insert(next);
+            path.push_back({ next, next->linkTargets() });
+        }
+    }
+    if (path.empty()) {
+        return false;
+    }
+
+    const auto variant = [](const Document *document) {
+        return QVariant::fromValue<QObject *>(const_cast<Document *>(document));
+    };
+    QVariantList cycle { variant(source) };
+    for (const Step &step : path) {
+        if (!step.document->label().isEmpty()) {
+            cycle.append(variant(step.document));
+        }
+    }
+    cycle.append(variant(source));
+    util::Message::send(QLatin1String(textids::dependencyCycle),
+                        { { QStringLiteral("source"), variant(source) },
+                          { QStringLiteral("target"), variant(target) },
+                          { QStringLiteral("cycle"), cycle } });
+    return true;
+}
+
+} // namespace vo::data

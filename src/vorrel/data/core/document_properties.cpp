@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// Document: its stored properties, and its JSON.
+
+#include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/core/document_p.h>
+#include <vorrel/data/properties/documentlistpropertybase.h>
+#include <vorrel/data/properties/propertybase.h>
+
+#include <QtCore/QPointer>
+
+namespace vo::data {
+
+void Document::addProperty(PropertyBase *property)
+{
+    if (d->properties.capacity() == 0) {
+        d->properties.reserve(16);
+    }
+    d->properties.push_back(property);
+}
+
+const std::vector<PropertyBase *> &Document::properties() const
+{
+    return d->properties;
+}
+
+PropertyBase *Document::propertyValue(const QString &name) const
+{
+    // Documents have a dozen properties or two: a walk is as fast as a hash, and needs none.
+    const QByteArray key = name.toLatin1();
+    for (PropertyBase *property : d->properties) {
+        if (property->name() == key) {
+            return property;
+        }
+    }
+    return nullptr;
+}
+
+DocumentListPropertyBase *Document::listProperty(const QString &name) const
+{
+    PropertyBase *property = propertyValue(name);
+    return property && property->type() == PropertyBase::DocumentList
+        ? static_cast<DocumentListPropertyBase *>(property)
+        : nullptr;
+}
+
+bool Document::hasProperty(const QString &name) const
+{
+    return metaObject()->indexOfProperty(name.toLatin1().constData()) >= 0;
+}
+
+void Document::copyProperty(const QString &name, Document *source)
+{
+    PropertyBase *property = propertyValue(name);
+    if (!property) {
+        qFatal("Document has no property named: %s", qPrintable(name));
+    }
+    PropertyBase *sourceProperty = source->propertyValue(name);
+    if (!sourceProperty) {
+        qFatal("Error copying property named: %s", qPrintable(name));
+    }
+    property->copy(sourceProperty);
+}
+
+void Document::allPropertiesChanged()
+{
+    const QPointer<Document> self(this);
+    // A copy: a slot may delete this document and its list with it.
+    const std::vector<PropertyBase *> properties = d->properties;
+    for (const PropertyBase *property : properties) {
+        property->notify();
+        if (!self) {
+            return;
+        }
+    }
+}
+
+QJsonObject Document::serialize() const
+{
+    QJsonObject object { { jsonkeys::type, type() } };
+    for (const PropertyBase *property : d->properties) {
+        if (property->isStored()) {
+            object.insert(QLatin1String(property->name()), property->toJson());
+        }
+    }
+    return object;
+}
+
+void Document::assignData(const QJsonObject &object)
+{
+    const QPointer<Document> self(this);
+    const std::vector<PropertyBase *> properties = d->properties;
+    for (PropertyBase *property : properties) {
+        const QJsonValue value = object.value(QLatin1String(property->name()));
+        if (!value.isUndefined()) {
+            property->fromJson(value);
+            if (!self) {
+                return;
+            }
+        }
+    }
+    setCurrentAttachments({});
+}
+
+// List properties by name
+
+bool Document::addListElement(const QString &property, Document *document)
+{
+    return insertListElement(property, document, -1);
+}
+
+bool Document::insertListElement(const QString &property, Document *document, int index)
+{
+    DocumentListPropertyBase *list = listProperty(property);
+    return list && list->insert(document, index);
+}
+
+bool Document::removeListElement(const QString &property, Document *document)
+{
+    DocumentListPropertyBase *list = listProperty(property);
+    return list && list->remove(document);
+}
+
+bool Document::removeListIndex(const QString &property, int index)
+{
+    if (DocumentListPropertyBase *list = listProperty(property)) {
+        if (Document *element = list->at(index)) {
+            list->remove(element);
+        }
+    }
+    return false; // also after a removal: callers must not rely on it
+}
+
+bool Document::moveListElement(const QString &property, int from, int to)
+{
+    DocumentListPropertyBase *list = listProperty(property);
+    return list && list->move(from, to);
+}
+
+int Document::indexOfListElement(const QString &property, Document *document) const
+{
+    const DocumentListPropertyBase *list = listProperty(property);
+    return list ? list->indexOf(document) : -1;
+}
+
+} // namespace vo::data

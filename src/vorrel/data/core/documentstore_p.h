@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/datacoreexport.h>
+
+#include <QtCore/QString>
+#include <QtCore/QUrl>
+
+#include <memory>
+
+namespace vo::data {
+
+class AccessController;
+class Context;
+class Document;
+class DocumentNode;
+class DocumentTask;
+class IIncubatable;
+class LinkedDocument;
+
+/// All that a document may ask of its Context. The private half of Context implements it, so that
+/// the document classes do not need to know that class.
+class DocumentStore
+{
+public:
+    virtual ~DocumentStore() = default;
+
+    /// The Context as an object: parent of documents, and where a change recorder is looked for.
+    virtual QObject *object() = 0;
+
+    /// True while the Context is being destroyed: documents then leave everything as it is.
+    [[nodiscard]] virtual bool isClosing() const = 0;
+
+    [[nodiscard]] virtual QString language() const = 0;
+    [[nodiscard]] virtual QUrl serviceUrl() const = 0;
+    [[nodiscard]] virtual QString database() const = 0;
+
+    [[nodiscard]] virtual DocumentNode *documentNode(const QByteArray &id) const = 0;
+
+    /// Makes room for a new document: false if a live document has the id, built or not. A deleted
+    /// one gives up its node.
+    [[nodiscard]] virtual bool releaseId(const QByteArray &id) = 0;
+    virtual void addDocument(LinkedDocument *document) = 0;
+
+    /// The document is being destroyed: drop every pointer to it.
+    virtual void forgetDocument(LinkedDocument *document) = 0;
+
+    virtual void markDirty(LinkedDocument *document) = 0;
+    virtual void markClean(LinkedDocument *document) = 0;
+    virtual void reportLocalStateChange(Document *document) = 0;
+    virtual void reportDocumentChange(Document *document) = 0;
+    virtual void linkDocuments(DocumentNode *from, DocumentNode *to) = 0;
+    virtual void unlinkDocuments(DocumentNode *from, DocumentNode *to) = 0;
+
+    virtual void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) = 0;
+    virtual void finishIncubation() = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<AccessController>
+    createAccessController(LinkedDocument *document) = 0;
+};
+
+/// The store behind \p context. \pre context is not null
+DocumentStore &documentStore(const Context *context);
+
+} // namespace vo::data

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/core/genericchange.h>
+
+#include <vorrel/data/core/document.h>
+
+namespace vo::data {
+
+GenericChange::GenericChange(Document *document, std::function<void(bool forward)> function)
+    : Change(document)
+    , m_function(std::move(function))
+{
+}
+
+GenericChange::~GenericChange() = default;
+
+void GenericChange::apply()
+{
+    call(true);
+}
+
+void GenericChange::unapply()
+{
+    call(false);
+}
+
+void GenericChange::call(bool forward)
+{
+    if (document()) {
+        m_function(forward);
+    }
+}
+
+} // namespace vo::data

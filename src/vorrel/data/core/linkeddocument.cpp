@@ -1,0 +1,369 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// LinkedDocument: identity, revision, dirtiness, label and deletion.
+
+#include <vorrel/data/core/linkeddocument.h>
+
+#include <vorrel/data/base/clock_p.h>
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/base/textids_p.h>
+#include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/core/document_p.h>
+#include <vorrel/data/core/documentnode.h>
+#include <vorrel/data/core/documenttasks_p.h>
+#include <vorrel/data/core/ideletehandler.h>
+#include <vorrel/data/core/linkeddocument_p.h>
+#include <vorrel/data/properties/documentpropertybase.h>
+
+#include <vorrel/core/version.h>
+
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QPointer>
+#include <QtCore/QStringList>
+#include <QtCore/QTimer>
+#include <QtCore/QUuid>
+
+namespace vo::data {
+
+LinkedDocument::Private::Private(LinkedDocument *document, Context *owner)
+    : q(document)
+    , context(owner)
+    , store(documentStore(owner))
+    , created(Clock::instance().currentMSecsSinceEpoch())
+    , creationVersion(Version::currentVersion())
+    , deleted("deleted", document)
+    , label("label", document)
+{
+}
+
+LinkedDocument::LinkedDocument(Context *context)
+    : Document(documentStore(context).object())
+    , d(new Private(this, context))
+{
+}
+
+LinkedDocument::~LinkedDocument()
+{
+    if (!d->store.isClosing()) {
+        leaveAttachments();
+        d->store.forgetDocument(this);
+    }
+}
+
+Context *LinkedDocument::context() const
+{
+    return d->context;
+}
+
+QByteArray LinkedDocument::id() const
+{
+    if (d->id.isEmpty()) {
+        d->id = QUuid::createUuid().toRfc4122().toHex();
+    }
+    return d->id;
+}
+
+void LinkedDocument::setDocumentId(const QString &id)
+{
+    d->id = id.toLatin1();
+}
+
+QString LinkedDocument::revision() const
+{
+    return QString::fromLatin1(d->revision);
+}
+
+void LinkedDocument::setRevision(const QString &revision)
+{
+    const QByteArray bytes = revision.toLatin1();
+    if (bytes == d->revision) {
+        return;
+    }
+    const bool wasLocal = isLocal();
+    d->revision = bytes;
+    const QPointer<LinkedDocument> self(this);
+    Q_EMIT editedChanged();
+    if (self && wasLocal) {
+        d->store.reportLocalStateChange(this);
+    }
+}
+
+bool LinkedDocument::isLocal() const
+{
+    return d->revision.isEmpty();
+}
+
+Document::StorageFlags LinkedDocument::storageFlags() const
+{
+    return StoreNewDocument;
+}
+
+bool LinkedDocument::isInternal() const
+{
+    return storageFlags().testFlag(CreatedInternally);
+}
+
+int LinkedDocument::changeSequenceNumber() const
+{
+    return d->changeSequence;
+}
+
+QDateTime LinkedDocument::created() const
+{
+    return QDateTime::fromMSecsSinceEpoch(d->created, Qt::UTC);
+}
+
+qint64 LinkedDocument::creationTimestamp() const
+{
+    return d->created;
+}
+
+QDateTime LinkedDocument::edited() const
+{
+    return QDateTime::fromMSecsSinceEpoch(d->edited, Qt::UTC);
+}
+
+QString LinkedDocument::creationVersion() const
+{
+    return d->creationVersion;
+}
+
+QSet<QByteArray> LinkedDocument::currentAttachments() const
+{
+    return d->currentAttachments;
+}
+
+void LinkedDocument::setCurrentAttachments(const QSet<QByteArray> &hashes)
+{
+    d->currentAttachments = hashes;
+}
+
+void LinkedDocument::markDirty()
+{
+    if (isLocked()) {
+        return;
+    }
+    ++d->changeSequence;
+    d->edited = Clock::instance().currentMSecsSinceEpoch();
+    const QPointer<LinkedDocument> self(this);
+    Q_EMIT editedChanged();
+    if (!self) {
+        return;
+    }
+    qCDebug(lcTrace, "Marking %s dirty - change sequence %d", id().constData(), d->changeSequence);
+    d->store.markDirty(this);
+}
+
+void LinkedDocument::markClean(const QString &revision, int sequence,
+                               const QSet<QByteArray> &attachments)
+{
+    const QPointer<LinkedDocument> self(this);
+    setRevision(revision);
+    if (!self) {
+        return;
+    }
+    d->currentAttachments = attachments;
+    if (d->changeSequence != sequence) {
+        return; // edits arrived during the upload
+    }
+    d->changeSequence = 0;
+    d->store.markClean(this);
+    if (self) {
+        scheduleAccessLevelUpdate();
+    }
+}
+
+void LinkedDocument::reportDocumentChange()
+{
+    if (d->changeReportPending) {
+        return;
+    }
+    d->changeReportPending = true;
+    d->store.addDocumentGraphTask(std::make_unique<DocumentChangeReportTask>(this));
+}
+
+void LinkedDocument::deliverDocumentChange()
+{
+    d->changeReportPending = false;
+    d->store.reportDocumentChange(this);
+}
+
+// Label
+
+QString LinkedDocument::label() const
+{
+    return d->label.get();
+}
+
+void LinkedDocument::setLabel(const QString &label)
+{
+    bool accepted = true;
+    const QString text = sanitizeLabel(label, accepted);
+    if (accepted) {
+        d->label.set(text);
+    }
+}
+
+QString LinkedDocument::sanitizeLabel(const QString &label, bool &accepted) const
+{
+    accepted = true;
+    return label;
+}
+
+QString LinkedDocument::typeName() const
+{
+    return qtTrId(textids::linkedDocumentTypeName);
+}
+
+// Deletion
+
+bool LinkedDocument::deleted() const
+{
+    return d->deleted.get();
+}
+
+void LinkedDocument::addDeleteHandler(IDeleteHandler *handler)
+{
+    d->deleteHandlers.append(handler);
+}
+
+void LinkedDocument::removeDeleteHandler(IDeleteHandler *handler)
+{
+    d->deleteHandlers.removeOne(handler);
+}
+
+void LinkedDocument::setDeleted(bool deleted)
+{
+    if (d->deleted.get() == deleted || accessLevel() < WriteAccess) {
+        return;
+    }
+    for (const IDeleteHandler *handler : std::as_const(d->deleteHandlers)) {
+        if (!handler->canDelete()) {
+            return;
+        }
+    }
+    const QPointer<LinkedDocument> self(this);
+    if (deleted) {
+        d->store.finishIncubation();
+    }
+    if (self) {
+        d->deleted.set(deleted);
+    }
+    if (self && deleted) {
+        clearLinks();
+    }
+    if (self && deleted && isLocal()) {
+        // The database never saw it, so its deletion needs no upload.
+        markClean(QString(), d->changeSequence, currentAttachments());
+    }
+}
+
+// A deleted document points at nothing, and nothing points at it.
+void LinkedDocument::clearLinks()
+{
+    const QPointer<LinkedDocument> self(this);
+    const std::vector<PropertyBase *> all = properties();
+    for (PropertyBase *property : all) {
+        if (property->holdsDocuments()) {
+            static_cast<DocumentPropertyBase *>(property)->clear();
+            if (!self) {
+                return;
+            }
+        }
+    }
+    clearStructReferences();
+    while (self && !d->deleteHandlers.isEmpty()) {
+        d->deleteHandlers.takeFirst()->removeDocument(this);
+    }
+}
+
+// Links to other documents
+
+void LinkedDocument::attachDocument(Document *document)
+{
+    const QPointer<LinkedDocument> self(this);
+    Document::attachDocument(document);
+    if (self) {
+        accessController()->attachDocument(document);
+    }
+}
+
+void LinkedDocument::detachDocument(Document *document)
+{
+    const QPointer<LinkedDocument> self(this);
+    Document::detachDocument(document);
+    if (self) {
+        accessController()->detachDocument(document);
+    }
+}
+
+void LinkedDocument::scheduleDependencyUpdate()
+{
+    if (d->dependencyUpdatePending) {
+        return;
+    }
+    d->dependencyUpdatePending = true;
+    QTimer::singleShot(tuning::dependencyUpdateDelay, this, [this] {
+        d->dependencyUpdatePending = false;
+        updateDependencies();
+    });
+}
+
+void LinkedDocument::aggregateDependencies(QSet<const LinkedDocument *> &documents) const
+{
+    documents.insert(this);
+}
+
+void LinkedDocument::updateDependencies()
+{
+    QSet<const LinkedDocument *> wanted;
+    Document::aggregateDependencies(wanted);
+    DocumentNode *own = d->store.documentNode(id());
+    if (!own || own->document() != this) {
+        return;
+    }
+    const QList<DocumentEdge *> edges = own->outgoing();
+    for (const DocumentEdge *edge : edges) {
+        if (!wanted.remove(edge->target->document())) {
+            d->store.unlinkDocuments(own, edge->target);
+        }
+    }
+    for (const LinkedDocument *document : std::as_const(wanted)) {
+        if (DocumentNode *target = d->store.documentNode(document->id())) {
+            d->store.linkDocuments(own, target);
+        }
+    }
+}
+
+QByteArray LinkedDocument::subtreeRevision() const
+{
+    QStringList states;
+    QSet<const Document *> seen { this };
+    QList<const Document *> open { this };
+    while (!open.isEmpty()) {
+        const Document *document = open.takeLast();
+        if (qobject_cast<const LinkedDocument *>(document)) {
+            states.append(QStringLiteral("%1-%2-%3")
+                              .arg(document->documentId(), document->revision())
+                              .arg(document->changeSequenceNumber()));
+        }
+        const QList<Document *> targets = document->attached();
+        for (const Document *target : targets) {
+            if (!seen.contains(target)) {
+                seen.insert(target);
+                open.append(target);
+            }
+        }
+    }
+    states.sort();
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    for (const QString &state : std::as_const(states)) {
+        hash.addData(state.toLatin1());
+    }
+    return hash.result().toHex();
+}
+
+} // namespace vo::data
+
+#include "moc_linkeddocument.cpp"

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// LinkedDocument: how one comes to life. It is locked until it is complete, so that its data does
+// not count as edits.
+
+#include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/core/documentcreatechange.h>
+#include <vorrel/data/core/documentids_p.h>
+#include <vorrel/data/core/linkeddocument_p.h>
+#include <vorrel/data/core/typeregistry_p.h>
+
+#include <QtCore/QPointer>
+
+namespace vo::data {
+
+LinkedDocument *LinkedDocument::createInternal(const QString &type, Context *context)
+{
+    return TypeRegistry::instance().create(type, context);
+}
+
+LinkedDocument *LinkedDocument::create(const QJsonObject &json, Context *context)
+{
+    const QString type = json.value(jsonkeys::type).toString();
+    const QPointer<LinkedDocument> document(createInternal(type, context));
+    if (!document) {
+        qCCritical(lcData, "Creating unknown document: %s", qPrintable(type));
+        return nullptr;
+    }
+    document->lock();
+    document->executePostRoutines();
+    document->assignData(json);
+    if (document) {
+        document->convert(json);
+    }
+    if (document) {
+        document->initialize();
+    }
+    if (document) {
+        document->unlock();
+    }
+    return document;
+}
+
+LinkedDocument *LinkedDocument::create(const QString &type, Context *context)
+{
+    return create(type, QString(), context);
+}
+
+LinkedDocument *LinkedDocument::create(const QString &type, const QString &id, Context *context)
+{
+    if (!isStorableId(id)) {
+        qCWarning(lcContext, "Refusing the document id %s: ids are Latin-1", qPrintable(id));
+        return nullptr;
+    }
+    if (!id.isEmpty() && !documentStore(context).releaseId(id.toLatin1())) {
+        qCCritical(lcContext, "A document with the id %s exists already", qPrintable(id));
+        return nullptr;
+    }
+    const QPointer<LinkedDocument> document(createInternal(type, context));
+    if (!document) {
+        return nullptr;
+    }
+    if (!id.isEmpty()) {
+        document->setDocumentId(id);
+    }
+    document->completeNew();
+    return document;
+}
+
+void LinkedDocument::completeNew()
+{
+    const QPointer<LinkedDocument> self(this);
+    lock();
+    executePostRoutines();
+    initialize();
+    if (!self) {
+        return;
+    }
+    const StorageFlags flags = storageFlags();
+    if (!flags.testFlag(CreatedInternally) && changeRecordingActive()) {
+        recordChange(new DocumentCreateChange(this));
+    }
+    unlock();
+    if (flags.testFlag(StoreNewDocument)) {
+        markDirty();
+    }
+}
+
+QStringList LinkedDocument::autoInstances(const QString &type)
+{
+    QStringList ids;
+    const QHash<QString, QString> &all = TypeRegistry::instance().autoInstances();
+    for (auto it = all.begin(); it != all.end(); ++it) {
+        if (isBaseType(type, it.value())) {
+            ids.append(it.key());
+        }
+    }
+    return ids;
+}
+
+void LinkedDocument::createAutoInstances(Context *context)
+{
+    const QHash<QString, QString> all = TypeRegistry::instance().autoInstances();
+    for (auto it = all.begin(); it != all.end(); ++it) {
+        create(it.value(), it.key(), context);
+    }
+}
+
+LinkedDocument *LinkedDocument::copy()
+{
+    const QPointer<LinkedDocument> self(this);
+    const QPointer<LinkedDocument> document(create(type(), d->context));
+    if (!document || !self) {
+        return document;
+    }
+    document->lock();
+    for (const PropertyBase *property : properties()) {
+        document->copyProperty(QString::fromLatin1(property->name()), this);
+    }
+    document->unlock();
+    document->d->data = d->data;
+    document->initializeCopy(this);
+    return document;
+}
+
+void LinkedDocument::initializeCopy(const LinkedDocument * /*source*/) {}
+
+void LinkedDocument::initialize()
+{
+    const QPointer<LinkedDocument> self(this);
+    d->store.addDocument(this);
+    if (self) {
+        Document::initialize();
+    }
+}
+
+} // namespace vo::data

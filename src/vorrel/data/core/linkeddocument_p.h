@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/core/accesscontroller.h>
+#include <vorrel/data/core/documentstore_p.h>
+#include <vorrel/data/core/linkeddocument.h>
+#include <vorrel/data/properties/property.h>
+
+#include <QtCore/QVector>
+
+namespace vo::data {
+
+struct LinkedDocument::Private
+{
+    Private(LinkedDocument *document, Context *owner);
+
+    LinkedDocument *const q;
+    Context *const context;
+    DocumentStore &store;
+    mutable QByteArray id; // made on first demand
+    QByteArray revision; // empty: never stored
+    qint64 created; // ms since the epoch
+    mutable QString creationVersion; // of the library that last wrote the document
+    qint64 edited = 0; // ms since the epoch
+    int changeSequence = 0; // edits since the last save; above 0 means dirty
+    QSet<QByteArray> currentAttachments;
+    QJsonObject data;
+    QVector<IDeleteHandler *> deleteHandlers;
+    mutable std::unique_ptr<AccessController> accessController; // made on first demand
+    Property<bool> deleted;
+    Property<QString> label;
+    AccessLevel accessLevel = UnknownAccess;
+    bool accessUpdatePending = true;
+    bool implicitRead = false;
+    bool changeReportPending = false;
+    bool dependencyUpdatePending = false;
+};
+
+} // namespace vo::data

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// LinkedDocument: its stored JSON, in both directions.
+
+#include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/core/linkeddocument_p.h>
+#include <vorrel/data/properties/jsonconversion_p.h>
+
+#include <vorrel/core/version.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QPointer>
+
+#include <algorithm>
+
+namespace vo::data {
+
+namespace {
+
+/// What documents that do not tell their version were written by.
+QString firstVersion()
+{
+    return QStringLiteral("0.9.26");
+}
+
+QJsonArray sortedArray(const QSet<QString> &ids)
+{
+    QStringList sorted = ids.values();
+    sorted.sort();
+    return QJsonArray::fromStringList(sorted);
+}
+
+} // namespace
+
+QJsonObject LinkedDocument::serialize() const
+{
+    QJsonObject object = Document::serialize();
+    object.insert(jsonkeys::id, documentId());
+    if (!d->revision.isEmpty()) {
+        object.insert(jsonkeys::revision, revision());
+    }
+    if (object.value(jsonkeys::label).toString().isEmpty()) {
+        object.remove(jsonkeys::label);
+    }
+    QSet<QString> references;
+    aggregateReferences(references);
+    object.insert(jsonkeys::references, sortedArray(references));
+    object.insert(jsonkeys::created, isoDateFromMSecs(d->created));
+    object.insert(jsonkeys::edited, isoDateFromMSecs(d->edited));
+    // Despite its name the key tells which version wrote the document last.
+    d->creationVersion = Version::currentVersion();
+    object.insert(jsonkeys::creationVersion, d->creationVersion);
+    if (!d->data.isEmpty()) {
+        object.insert(jsonkeys::customData, d->data);
+    }
+    const QJsonValue accessControl = accessController()->parameters();
+    if (!accessControl.isNull()) {
+        object.insert(jsonkeys::accessControl, accessControl);
+    }
+    return object;
+}
+
+void LinkedDocument::assignData(const QJsonObject &object)
+{
+    const QPointer<LinkedDocument> self(this);
+    d->creationVersion = object.value(jsonkeys::creationVersion).toString(firstVersion());
+    d->created = msecsFromIsoDate(object.value(jsonkeys::created).toString());
+    d->edited = msecsFromIsoDate(object.value(jsonkeys::edited).toString());
+    Q_EMIT editedChanged();
+    if (!self) {
+        return;
+    }
+    setDocumentId(object.value(jsonkeys::id).toString());
+    setRevision(object.value(jsonkeys::revision).toString());
+    if (self && object.value(jsonkeys::wasCached).toBool()) {
+        markAsCached();
+    }
+    if (self && object.contains(jsonkeys::customData)) {
+        assignCustomData(object.value(jsonkeys::customData).toObject());
+    }
+    if (self && accessController()->setParameters(object.value(jsonkeys::accessControl))) {
+        scheduleAccessLevelUpdate();
+        Q_EMIT accessControlParametersChanged();
+    }
+    if (self) {
+        Document::assignData(object);
+    }
+}
+
+} // namespace vo::data

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/core/change.h>
+#include <vorrel/data/properties/propertybase.h>
+
+namespace vo::data {
+
+/// The edit of a property that holds a value of type \a V: keeps the old and the new value and
+/// gives them to Property::assign(). Edits of one property merge.
+template <typename PropertyT, typename V>
+class PropertyChange : public Change
+{
+public:
+    PropertyChange(PropertyT *property, Document *document, const V &oldValue, const V &newValue)
+        : Change(document)
+        , m_property(property)
+        , m_key((quint64(quint32(typeNumber())) << 32) | property->uniqueId())
+        , m_oldValue(oldValue)
+        , m_newValue(newValue)
+    {
+    }
+
+    void apply() override { assign(m_newValue); }
+    void unapply() override { assign(m_oldValue); }
+
+    [[nodiscard]] int type() const override { return typeNumber(); }
+    [[nodiscard]] quint64 uniqueKey() const override { return m_key; }
+
+    /// The key folds an address, and an address may be used again after its document has gone: so
+    /// the property and the document have to be the same, too.
+    [[nodiscard]] bool canMergeWith(const Change *other) const override
+    {
+        if (!Change::canMergeWith(other)) {
+            return false;
+        }
+        const auto *change = static_cast<const PropertyChange *>(other);
+        return change->m_property == m_property && document()
+            && change->document() == document();
+    }
+
+    void mergeWith(const Change *other) override
+    {
+        m_newValue = static_cast<const PropertyChange *>(other)->m_newValue;
+    }
+
+    /// A change dies with its document.
+    [[nodiscard]] bool isValid() const override { return document() != nullptr; }
+
+private:
+    static int typeNumber()
+    {
+        static const int number = Change::createType();
+        return number;
+    }
+
+    void assign(const V &value)
+    {
+        if (document()) {
+            m_property->assign(value);
+        }
+    }
+
+    PropertyT *const m_property;
+    const quint64 m_key;
+    V m_oldValue;
+    V m_newValue;
+};
+
+} // namespace vo::data
