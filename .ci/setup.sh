@@ -81,15 +81,18 @@ has_tool()
 
 install_packages()
 {
-    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=120
-        -o Dpkg::Use-Pty=0)
+    local log=build/log/apt.log
+    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=120)
     if ! is_debian; then
         printf 'Not Debian, so nothing is installed. Needed, by the names of Debian 12:\n%s\n' "$*"
     elif ((EUID != 0)) && ! command -v sudo >/dev/null; then
         printf 'Neither root nor sudo. Needed:\napt-get install --no-install-recommends %s\n' "$*"
-    elif ! as_root "${apt[@]}" update \
-        || ! as_root "${apt[@]}" install -y --no-install-recommends "$@"; then
-        printf 'apt-get failed; going on with what is there. Needed:\n%s\n' "$*"
+    else
+        printf 'Installing %s\n' "$*"
+        mkdir -p build/log
+        { as_root "${apt[@]}" update \
+            && as_root "${apt[@]}" install --yes --no-install-recommends "$@"; } >"$log" 2>&1 \
+            || printf '%s\n' "$(tail "$log")" "apt-get failed; going on with what is there."
     fi
 }
 
