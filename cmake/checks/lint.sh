@@ -25,7 +25,7 @@ prepare()
         return 1
     }
     find build/tidy -name AutogenInfo.json -print0 \
-        | xargs -0 --max-args=1 --max-procs="$(nproc)" sh -c 'cmake -E cmake_autogen "$0" RelWithDebInfo'
+        | xargs -0 -I {} --max-procs="$(nproc)" cmake -E cmake_autogen {} RelWithDebInfo
 }
 
 comparison_base()
@@ -74,4 +74,5 @@ tidy()
 export -f tidy
 
 prepare
+# shellcheck disable=SC2016 # the inner shell expands $0
 sources | xargs --no-run-if-empty --max-args=1 --max-procs="$(nproc)" bash -c 'tidy "$0"'
