@@ -24,10 +24,10 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcRequest, "vorrel.request", QtInfoMsg)
 
-constexpr qint64 maximumSizeInMemory = 256 * 1024 * 1024;
+constexpr qint64 maximumSizeInMemory = qint64(256) * 1024 * 1024;
 
 // Read in pieces, so that a compressed answer is not unpacked as a whole before it is measured.
-constexpr qint64 pieceSize = 1024 * 1024;
+constexpr qint64 pieceSize = qint64(1024) * 1024;
 
 // What a network access manager has per host; a change feed that it carries may hold one more.
 constexpr int connectionsPerHost = 6;
