@@ -5,6 +5,7 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/core/documentids_p.h>
+#include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/linkeddocument.h>
 
 namespace vo::data {
@@ -44,7 +45,9 @@ QList<LinkedDocument *> LoadRequest::documents() const
 {
     QList<LinkedDocument *> documents;
     for (const QString &id : m_loaded) {
-        if (auto *document = static_cast<LinkedDocument *>(context()->loadedDocument(id))) {
+        const DocumentNode *node = context()->documentNode(id.toLatin1());
+        LinkedDocument *document = node ? node->document() : nullptr;
+        if (document && !document->deleted()) {
             documents.append(document);
         }
     }

@@ -149,6 +149,7 @@ Q_SIGNALS:
     void listParentChanged(const QSet<QString> &ids);
 
 private:
+    friend class AccessController;
     friend class DocumentPropertyBase;
 
     void addDeleteHandler(IDeleteHandler *handler);
