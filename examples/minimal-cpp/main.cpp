@@ -10,18 +10,15 @@ int main(int argc, char *argv[])
     QNetworkAccessManager network;
     vo::data::Context shop;
     shop.setNetworkAccessManager(&network);
-    shop.setServiceUrl(QUrl(argc > 1 ? QString::fromLocal8Bit(argv[1])
-                                     : QStringLiteral("http://127.0.0.1:5984")));
+    shop.setServiceUrl(QUrl(app.arguments().value(1, QStringLiteral("http://127.0.0.1:5984"))));
     shop.setDatabase(QStringLiteral("sample"));
-
-    const QString id = QStringLiteral("sample.location.utrecht");
-    QObject::connect(shop.loadDocument(id), &vo::data::LoadRequest::finished, &app, [&] {
-        if (auto *store = qobject_cast<vo::data::Location *>(shop.loadedDocument(id))) {
-            qInfo() << store->label() << "in" << store->city();
-            store->setNotes(QStringLiteral("Closed on Monday"));
-            qInfo() << "unsaved changes:" << shop.hasLocalChanges();
+    const auto *request = shop.loadDocument(QStringLiteral("sample.location.utrecht"));
+    QObject::connect(request, &vo::data::LoadRequest::finished, &app, [&] {
+        if (auto *store = qobject_cast<vo::data::Location *>(request->documents().value(0))) {
+            store->setNotes(QStringLiteral("Closed on Mondays"));
+            qInfo() << store->label() << store->notes() << shop.hasLocalChanges();
         }
-        QCoreApplication::quit();
+        app.quit();
     });
-    return QCoreApplication::exec();
+    return app.exec();
 }
