@@ -7,6 +7,8 @@
 #include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/linkeddocument.h>
 
+#include <QtCore/QPointer>
+
 namespace vo::data {
 
 LoadRequest::LoadRequest(const QStringList &ids, Context *context)
@@ -42,10 +44,17 @@ QSet<QString> LoadRequest::pendingDocuments() const
 
 QList<LinkedDocument *> LoadRequest::documents() const
 {
+    // Building one runs code of the application, which may destroy some of them, or all.
+    const QPointer<Context> owner(context());
+    const QStringList ids = m_loaded;
+    QList<QPointer<Document>> loaded;
+    for (const QString &id : ids) {
+        loaded.append(owner ? owner->loadedDocument(id) : nullptr);
+    }
     QList<LinkedDocument *> documents;
-    for (const QString &id : m_loaded) {
-        if (auto *document = static_cast<LinkedDocument *>(context()->loadedDocument(id))) {
-            documents.append(document);
+    for (const QPointer<Document> &document : std::as_const(loaded)) {
+        if (document) {
+            documents.append(static_cast<LinkedDocument *>(document.data()));
         }
     }
     return documents;
