@@ -3,6 +3,8 @@
 #include "support/contextfixture.h"
 
 #include <vorrel/core/locations.h>
+#include <vorrel/data/base/timeslice_p.h>
+#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/loadqueue.h>
 
 #include <QtCore/QCoreApplication>
@@ -12,14 +14,44 @@
 
 namespace vo::test {
 
+namespace {
+
+class TickFilter : public QObject
+{
+public:
+    TickFilter() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *receiver, QEvent *event) override
+    {
+        return event->type() == QEvent::Timer
+            && static_cast<QTimerEvent *>(event)->timerId() != madeByTick
+            && qobject_cast<data::LoadQueue *>(receiver);
+    }
+
+    static constexpr int madeByTick = 0; // no timer has this id
+};
+
+} // namespace
+
 void processEvents()
 {
-    QCoreApplication::processEvents();
+    // An event that is posted while events are handled comes in the next turn.
+    constexpr int turns = 20;
+    for (int turn = 0; turn < turns; ++turn) {
+        QCoreApplication::processEvents();
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+void useUpTheSlice()
+{
+    const data::TimeSlice longest(data::tuning::graphTaskSlice + std::chrono::milliseconds(1));
+    while (!longest.isOver()) { }
+}
+
 ContextFixture::ContextFixture(data::Context *context)
-    : m_context(context ? context : new data::Context)
+    : m_ticks(new TickFilter)
+    , m_context(context ? context : new data::Context)
 {
     Locations::setCacheLocation(m_cache.path());
     m_context->setServiceUrl(QUrl(QStringLiteral("http://couch.test:5984")));
@@ -44,7 +76,7 @@ void ContextFixture::store(const QString &id, const QStringList &references)
 void ContextFixture::tick()
 {
     if (m_context) {
-        QTimerEvent event(0);
+        QTimerEvent event(TickFilter::madeByTick);
         QCoreApplication::sendEvent(m_context->loadQueue(), &event);
     }
     processEvents();

@@ -7,13 +7,15 @@
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/core/linkeddocument.h>
 
+#include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
 
 #include <memory>
 
 namespace vo::test {
 
-/// A Context on a database in memory, with a database name and a cache location of its own.
+/// A Context on a database in memory, with a database name and a cache location of its own. Its
+/// load queue ticks only when it is told to, so that nothing depends on time.
 class ContextFixture
 {
 public:
@@ -30,6 +32,9 @@ public:
     /// Stores a tag in the database.
     void store(const QString &id, const QStringList &references = {});
 
+    /// Lets the load queue tick by itself from now on.
+    void tickByItself() { m_ticks.reset(); }
+
     /// One tick of the load queue, and all that follows from it without the passing of time.
     void tick();
 
@@ -44,11 +49,16 @@ public:
 
 private:
     QTemporaryDir m_cache;
+    std::unique_ptr<QObject> m_ticks; // keeps them back
     FakeCouch m_couch;
     std::unique_ptr<data::Context> m_context;
 };
 
-/// Handles all events that are due, deferred deletions included.
+/// Turns the event loop some times, and deletes what is to be deleted later.
 void processEvents();
+
+/// Uses up the time that deferred work may take in one turn, so that no more of it follows in that
+/// turn.
+void useUpTheSlice();
 
 } // namespace vo::test

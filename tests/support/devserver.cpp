@@ -102,8 +102,9 @@ int DevServer::request(const QByteArray &verb, const QString &path, const QByteA
                               : CouchUrl::resource(m_serviceUrl, m_database, path);
     QNetworkRequest request;
     if (!url.userInfo().isEmpty()) {
-        request.setRawHeader("Authorization",
-                             "Basic " + url.userInfo(QUrl::FullyDecoded).toUtf8().toBase64());
+        const QString credentials =
+            url.userName(QUrl::FullyDecoded) + QLatin1Char(':') + url.password(QUrl::FullyDecoded);
+        request.setRawHeader("Authorization", "Basic " + credentials.toUtf8().toBase64());
         url.setUserInfo(QString());
     }
     request.setUrl(url);
