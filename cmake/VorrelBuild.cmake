@@ -59,6 +59,7 @@ function(vorrel_library target)
         EXPORT_NAME ${arg_EXPORT_NAME}
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN"
         VERIFY_INTERFACE_HEADER_SETS ON
     )
     target_compile_features(${target} PUBLIC cxx_std_17)

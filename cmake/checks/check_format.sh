@@ -4,15 +4,28 @@
 #
 # check_format.sh [--fix] [ROOT]
 #
-# Compares all C++ files, new ones included, with .clang-format; --fix rewrites them.
+# Compares all C++ files, new ones included, with .clang-format, and names those that differ; --fix
+# rewrites them.
 set -euo pipefail
-mode=(--dry-run -Werror)
+fix=no
 if [[ ${1:-} == --fix ]]; then
-    mode=(-i)
+    fix=yes
     shift
 fi
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}"
 
-git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' \
-    | while IFS= read -r file; do [[ ! -e $file ]] || printf '%s\n' "$file"; done \
-    | xargs --no-run-if-empty clang-format "${mode[@]}"
+cpp_files()
+{
+    git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' \
+        | while IFS= read -r file; do [[ ! -e $file ]] || printf '%s\n' "$file"; done
+}
+
+if [[ $fix == yes ]]; then
+    cpp_files | xargs --no-run-if-empty clang-format -i
+    exit
+fi
+complaints=$(cpp_files | xargs --no-run-if-empty clang-format --dry-run -Werror 2>&1) || {
+    sed -nE 's/^([^: ]+):[0-9]+:[0-9]+: error: .*/\1/p' <<<"$complaints" | uniq --count \
+        | sed -E 's/^ *([0-9]+) (.*)/\2: \1 places differ from .clang-format; .\/dev format mends them/'
+    exit 1
+}

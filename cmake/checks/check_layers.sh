@@ -58,7 +58,7 @@ find src/vorrel -name '*.h' -o -name '*.cpp' | LC_ALL=C sort | xargs grep -HE '^
         if (!(from in layers)) {
             fail(file ": the folder " from " has no layer; give it one in check_layers.sh")
         } else if ($0 ~ /include[ \t]*"/) {
-            if (target !~ /^moc_[a-z0-9_]+\.cpp$/)
+            if (target !~ /^moc_[a-z0-9_]+\.cpp$/ && target !~ /^[a-z0-9_]+\.moc$/)
                 fail(file ": write #include <vorrel/…> instead of \"" target "\"")
         } else if (target == "VorrelDataCore") {
             fail(file ": the umbrella header is for applications")

@@ -25,16 +25,17 @@ prepare()
         return 1
     }
     find build/tidy -name AutogenInfo.json -print0 \
-        | xargs -0 --max-args=1 --max-procs="$(nproc)" sh -c 'cmake -E cmake_autogen "$0" RelWithDebInfo'
+        | xargs -0 -I {} --max-procs="$(nproc)" cmake -E cmake_autogen {} RelWithDebInfo
 }
 
 comparison_base()
 {
-    local head base
-    head=$(git rev-parse HEAD)
-    base=${VORREL_LINT_BASE:-$(git merge-base HEAD origin/main 2>/dev/null || echo "$head")}
-    if [[ $base == "$head" ]]; then
-        base=$(git rev-list --first-parent --max-count=11 HEAD | tail -n 1)
+    local base=${VORREL_LINT_BASE:-}
+    if [[ -z $base ]]; then
+        base=$(git merge-base HEAD origin/main 2>/dev/null || git rev-parse HEAD)
+        if [[ $base == $(git rev-parse HEAD) ]]; then
+            base=$(git rev-list --first-parent --max-count=11 HEAD | tail -n 1)
+        fi
     fi
     printf '%s\n' "$base"
 }
@@ -74,4 +75,5 @@ tidy()
 export -f tidy
 
 prepare
+# shellcheck disable=SC2016 # the inner shell expands $0
 sources | xargs --no-run-if-empty --max-args=1 --max-procs="$(nproc)" bash -c 'tidy "$0"'

@@ -39,14 +39,16 @@ function checkedDocument(sent, newEdits) {
     if (newEdits && field === '_revisions')
       continue;
     if (field.startsWith('_') && !ACCEPTED_FIELDS.has(field))
-      throw validationError(field);
+      throw validationError(`Bad special document member: ${field}`);
     doc[field] = value;
   }
   doc._id = checkedId(doc._id ?? randomUUID().replaceAll('-', ''));
   if (doc._rev !== undefined)
     checkRevision(doc._rev);
+  if (doc._revisions !== undefined)
+    checkRevisions(doc._revisions);
   if (doc._deleted !== undefined && typeof doc._deleted !== 'boolean')
-    throw validationError('_deleted');
+    throw validationError('Bad special document member: _deleted');
   if (doc._attachments !== undefined && !isObject(doc._attachments))
     throw badRequest('Attachments must be a JSON object');
   const { _attachments, ...body } = doc;
@@ -55,8 +57,16 @@ function checkedDocument(sent, newEdits) {
   return doc;
 }
 
-function validationError(field) {
-  return new HttpError(400, 'doc_validation', `Bad special document member: ${field}`);
+function validationError(reason) {
+  return new HttpError(400, 'doc_validation', reason);
+}
+
+function checkRevisions(revisions) {
+  if (!Number.isInteger(revisions?.start))
+    throw validationError("_revisions.start isn't an integer.");
+  const { ids } = revisions;
+  if (!Array.isArray(ids) || ids.length === 0 || ids.some((id) => typeof id !== 'string'))
+    throw validationError("_revisions.ids isn't a array.");
 }
 
 function checkedId(id) {

@@ -5,17 +5,10 @@ import assert from 'node:assert/strict';
 import { once } from 'node:events';
 import http from 'node:http';
 import { createInterface } from 'node:readline';
-import { after, before, test } from 'node:test';
 
-import { assertPart, play, startServer } from './support.js';
+import { assertPart, play, sharedServer, startServer, test } from './support.js';
 
-let server;
-let client;
-before(async () => {
-  server = await startServer();
-  client = server.client;
-});
-after(() => server.stop());
+const server = sharedServer();
 
 /** Opens a feed; `next` gives the next line, null at the end. */
 async function openFeed(query) {
@@ -41,18 +34,18 @@ const change = (id, generation) =>
   ({ id, seq: /^\d+-g1AAAA/, changes: [{ rev: new RegExp(`^${generation}-`) }] });
 
 test('changes are listed once per document, by sequence', async () => {
-  await play(client, [
+  await play(server.client, [
     ['PUT', '/a', { body: { x: 1 } }, 201],
     ['PUT', '/b', { body: {} }, 201],
     ['PUT', '/a?rev={a}', { body: { x: 2 } }, 201],
     ['DELETE', '/b?rev={b}', {}, 200],
   ]);
-  const all = await client.expect('GET', '/_changes');
+  const all = await server.client.expect('GET', '/_changes');
   assertPart(all, { pending: 0, last_seq: /^4-/,
     results: [change('a', 2), { ...change('b', 2), deleted: true }] });
   const first = all.results[0].seq;
   const ids = (...list) => ({ results: list.map((id) => ({ id })) });
-  await play(client, [
+  await play(server.client, [
     ['GET', '/_changes?limit=1', {}, 200, { ...ids('a'), last_seq: first, pending: 1 }],
     ['GET', '/_changes?limit=0', {}, 200, ids('a')],
     ['GET', `/_changes?since=${first}`, {}, 200, ids('b')],
@@ -71,13 +64,13 @@ test('changes are listed once per document, by sequence', async () => {
 });
 
 test('a long poll ends with the first change or its timeout', async () => {
-  const empty = await client.expect('GET', '/_changes?feed=longpoll&since=now&timeout=1');
+  const empty = await server.client.expect('GET', '/_changes?feed=longpoll&since=now&timeout=1');
   assert.deepEqual(empty.results, []);
-  const stored = await client.expect('GET', '/_changes?feed=longpoll&since=0');
+  const stored = await server.client.expect('GET', '/_changes?feed=longpoll&since=0');
   assert.equal(stored.results.length, 2);
   const address = `${server.address}/_changes?feed=longpoll&since=${empty.last_seq}`;
   const [response] = await once(http.get(address, { agent: false }), 'response');
-  await client.request('PUT', '/polled', {});
+  await server.client.request('PUT', '/polled', {});
   const chunks = await response.toArray();
   assertPart(JSON.parse(chunks.join('')), { results: [change('polled', 1)] });
 });
@@ -87,10 +80,10 @@ test('a continuous feed begins with a blank line, beats, and passes changes on',
   assert.equal(feed.response.headers['content-type'], 'application/json');
   for (let beat = 0; beat < 3; ++beat)
     assert.equal(await feed.next(), '');
-  await client.request('PUT', '/live', {});
+  await server.client.request('PUT', '/live', {});
   assertPart(await feed.nextChange(), change('live', 1));
   const many = Array.from({ length: 450 }, (_, index) => ({ _id: `many${index}` }));
-  await client.expect('POST', '/_bulk_docs', { docs: many });
+  await server.client.expect('POST', '/_bulk_docs', { docs: many });
   for (const { _id } of many)
     assert.equal((await feed.nextChange()).id, _id);
   feed.close();
@@ -109,18 +102,17 @@ test('a continuous feed ends with its sequence at the timeout or the limit', asy
 test('feeds end when their database is deleted', async () => {
   const feed = await openFeed('since=now&heartbeat=60000');
   assert.equal(await feed.next(), '');
-  await client.request('DELETE', '');
+  await server.client.request('DELETE', '');
   assertPart(await feed.nextChange(), { last_seq: /^\d+-/ });
   assert.equal(await feed.next(), null);
 });
 
-test('sequences are numbers on demand', async () => {
-  const numeric = await startServer('--numeric-seq');
+test('sequences are numbers on demand', async (t) => {
+  const numeric = await startServer(t, '--numeric-seq');
   await play(numeric.client, [
     ['PUT', '/a', { body: {} }, 201],
     ['GET', '', {}, 200, { update_seq: 1 }],
     ['GET', '/_changes', {}, 200, { last_seq: 1, results: [{ seq: 1 }] }],
     ['GET', '/_changes?since=1-g1AAAA', {}, 200, { results: [] }],
   ]);
-  await numeric.stop();
 });

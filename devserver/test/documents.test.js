@@ -5,22 +5,15 @@ import assert from 'node:assert/strict';
 import { Buffer } from 'node:buffer';
 import { once } from 'node:events';
 import net from 'node:net';
-import { after, before, test } from 'node:test';
 
 import { Client } from '../lib/client.js';
-import { play, startServer } from './support.js';
+import { play, sharedServer, startServer, test } from './support.js';
 
 const CONFLICT = { error: 'conflict', reason: 'Document update conflict.' };
 const missing = (reason) => ({ error: 'not_found', reason });
 const bad = (reason, error = 'bad_request') => ({ error, reason });
 
-let server;
-let client;
-before(async () => {
-  server = await startServer();
-  client = server.client;
-});
-after(() => server.stop());
+const server = sharedServer();
 
 test('databases are created, described and deleted', async () => {
   const other = new Client(server.address.replace('test', 'my%2Fdb'));
@@ -44,7 +37,7 @@ test('databases are created, described and deleted', async () => {
   ]);
 });
 
-test('documents are written and read by revision', () => play(client, [
+test('documents are written and read by revision', () => play(server.client, [
   ['GET', '/a', {}, 404, missing('missing')],
   ['DELETE', '/a', {}, 404, missing('missing')],
   ['PUT', '/a', { body: { x: 1 }, headers: { 'If-Match': '' } }, 400, bad('Invalid rev format')],
@@ -71,11 +64,12 @@ test('documents are written and read by revision', () => play(client, [
   ['POST', '', { body: { _id: 'p' } }, 409],
   ['PUT', '/_local/l', { body: { z: 1 } }, 201, { id: '_local/l', rev: '0-1' }],
   ['GET', '/_local/l', {}, 200, { z: 1, _rev: '0-1' }],
+  ['PUT', '/two+words', { body: {} }, 201, { id: 'two words' }],
   ['DELETE', '/_local/l?rev=0-1', {}, 200],
   ['GET', '/_local/l', {}, 404],
 ]));
 
-test('malformed documents are refused', () => play(client, [
+test('malformed documents are refused', () => play(server.client, [
   ['PUT', '/m', { raw: Buffer.from('{') }, 400, bad('invalid UTF-8 JSON')],
   ['PUT', '/m', { raw: Buffer.from([0x22, 0xff, 0x22]) }, 400, bad('invalid UTF-8 JSON')],
   ['PUT', '/m', {}, 400, bad('invalid UTF-8 JSON')],
@@ -92,7 +86,7 @@ test('malformed documents are refused', () => play(client, [
   ['GET', '/%ff', {}, 400],
 ]));
 
-test('attachments are stored, kept by stubs and checked', () => play(client, [
+test('attachments are stored, kept by stubs and checked', () => play(server.client, [
   ['PUT', '/t/one', { raw: Buffer.from('first'), headers: { 'Content-Type': 'image/png' } }, 201,
     { ok: true, id: 't', rev: /^1-/ }],
   ['PUT', '/t/two', { raw: Buffer.from('second') }, 409, CONFLICT],
@@ -124,29 +118,30 @@ test('attachments are stored, kept by stubs and checked', () => play(client, [
 ]));
 
 test('answers carry revision, type and caching headers, HEAD without a body', async () => {
-  const put = await client.request('PUT', '/h%2F%C3%A9%2B', { x: 1 });
+  const put = await server.client.request('PUT', '/h%2F%C3%A9%2B', { x: 1 });
   const etag = `"${put.json.rev}"`;
   assert.equal(put.json.id, 'h/é+');
   assert.equal(put.headers.location, `${server.address}/h%2F%C3%A9%2B`);
   for (const method of ['GET', 'HEAD']) {
-    const { status, headers, body } = await client.request(method, '/h%2F%C3%A9%2B');
+    const { status, headers, body } = await server.client.request(method, '/h%2F%C3%A9%2B');
     assert.equal(status, 200);
     assert.equal(headers.etag, etag);
     assert.equal(headers['content-type'], 'application/json');
     assert.equal(headers['cache-control'], 'must-revalidate');
     assert.equal(body.length, method === 'HEAD' ? 0 : Number(headers['content-length']));
   }
-  const again = await client.request('GET', '/h%2F%C3%A9%2B', undefined, { 'If-None-Match': etag });
+  const again = await server.client.request('GET', '/h%2F%C3%A9%2B', undefined,
+    { 'If-None-Match': etag });
   assert.equal(again.status, 304);
   const data = Buffer.from([0, 255, 10]);
-  await client.request('PUT', '/bin/x', data, { 'Content-Type': 'image/x' });
-  const read = await client.request('GET', '/bin/x');
+  await server.client.request('PUT', '/bin/x', data, { 'Content-Type': 'image/x' });
+  const read = await server.client.request('GET', '/bin/x');
   assert.deepEqual(read.body, data);
   assert.equal(read.headers['content-type'], 'image/x');
 });
 
 test('a stale write of a large body is refused before the body is read', async () => {
-  await client.request('PUT', '/large', {});
+  await server.client.request('PUT', '/large', {});
   const path = new URL(server.address).pathname;
   const requests = [
     ['large', 'If-Match: 1-00000000000000000000000000000000\r\n'],
@@ -165,8 +160,8 @@ test('a stale write of a large body is refused before the body is read', async (
   }
 });
 
-test('with credentials every request needs them, and 401 does not ask for them', async () => {
-  const guarded = await startServer('--user', 'jörg', '--pass', 'p:w');
+test('with credentials every request needs them, and 401 does not ask for them', async (t) => {
+  const guarded = await startServer(t, '--user', 'jörg', '--pass', 'p:w');
   const withUser = (user) => new Client(guarded.address.replace('//', `//${user}@`));
   for (const other of [guarded.client, withUser('j%C3%B6rg:no')]) {
     const answer = await other.request('PUT', '/a', {});
@@ -178,5 +173,4 @@ test('with credentials every request needs them, and 401 does not ask for them',
     ['GET', '/a', {}, 404],
     ['PUT', '/a', { body: {} }, 201],
   ]);
-  await guarded.stop();
 });

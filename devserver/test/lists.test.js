@@ -2,22 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
 
-import { play, startServer } from './support.js';
+import { play, sharedServer, test } from './support.js';
 
-let server;
-let client;
-before(async () => {
-  server = await startServer();
-  client = server.client;
-});
-after(() => server.stop());
+const server = sharedServer();
 
 const BULK = '/_bulk_docs';
 const bulk = (...docs) => ({ body: { docs } });
 
-test('documents are written in bulk', () => play(client, [
+test('documents are written in bulk', () => play(server.client, [
   ['POST', BULK, bulk({ _id: 'b1' }, { _id: 'b2' }, { _id: 'b1' }), 201,
     [{ ok: true, id: 'b1' }, { ok: true, id: 'b2' }, { id: 'b1', error: 'conflict' }]],
   ['POST', BULK, bulk({ _id: 'b2', _attachments: { x: { stub: true } } }, { x: 1 }), 201,
@@ -26,6 +19,7 @@ test('documents are written in bulk', () => play(client, [
     [{ ok: true, rev: /^2-/ }]],
   ['POST', BULK, { body: { new_edits: false, docs: [{ _id: 'n', _rev: '3-abc' }] } }, 201, []],
   ['GET', '/n', {}, 200, { _rev: '3-abc' }],
+  ['POST', BULK, { body: { new_edits: false, docs: [{ _rev: '1-a', _revisions: 5 }] } }, 400],
   ['POST', BULK, bulk({ _id: 'never' }, { _bad: 1 }), 400, { error: 'doc_validation' }],
   ['GET', '/never', {}, 404],
   ['POST', BULK, bulk(), 201, []],
@@ -35,35 +29,35 @@ test('documents are written in bulk', () => play(client, [
 ]));
 
 test('all documents are listed by key, range and page', async () => {
-  const revisions = await play(client, [
-    ['PUT', '/c1', { body: { x: 1 } }, 201],
-    ['PUT', '/c2', { body: { x: 2 } }, 201],
-    ['PUT', '/c3', { body: {} }, 201],
-    ['DELETE', '/c3?rev={c3}', {}, 200],
+  const revisions = await play(server.client, [
+    ['PUT', '/k1', { body: { x: 1 } }, 201],
+    ['PUT', '/k2', { body: { x: 2 } }, 201],
+    ['PUT', '/k3', { body: {} }, 201],
+    ['DELETE', '/k3?rev={k3}', {}, 200],
   ]);
-  const keys = { keys: ['c2', 'none', 'c3', 'c2'] };
-  const c2 = { id: 'c2', key: 'c2', value: { rev: revisions.c2 } };
-  const c3 = { id: 'c3', key: 'c3', value: { rev: revisions.c3, deleted: true } };
+  const keys = { keys: ['k2', 'none', 'k3', 'k2'] };
+  const k2 = { id: 'k2', key: 'k2', value: { rev: revisions.k2 } };
+  const k3 = { id: 'k3', key: 'k3', value: { rev: revisions.k3, deleted: true } };
   const none = { key: 'none', error: 'not_found' };
-  const doc = { _id: 'c2', _rev: revisions.c2, x: 2 };
-  const { rows } = await client.expect('POST', '/_all_docs?include_docs=true', keys);
-  assert.deepEqual(rows, [{ ...c2, doc }, none, { ...c3, doc: null }, { ...c2, doc }]);
-  const plain = await client.expect('POST', '/_all_docs', keys);
-  assert.deepEqual(plain.rows, [c2, none, c3, c2]);
+  const doc = { _id: 'k2', _rev: revisions.k2, x: 2 };
+  const { rows } = await server.client.expect('POST', '/_all_docs?include_docs=true', keys);
+  assert.deepEqual(rows, [{ ...k2, doc }, none, { ...k3, doc: null }, { ...k2, doc }]);
+  const plain = await server.client.expect('POST', '/_all_docs', keys);
+  assert.deepEqual(plain.rows, [k2, none, k3, k2]);
   const ids = (...list) => ({ rows: list.map((id) => ({ id })) });
-  const range = '/_all_docs?startkey="c"&endkey="c2"';
-  await play(client, [
-    ['GET', `${range}`, {}, 200, ids('c1', 'c2')],
-    ['GET', `${range}&inclusive_end=false`, {}, 200, ids('c1')],
-    ['GET', `${range}&limit=1&skip=1`, {}, 200, ids('c2')],
+  const range = '/_all_docs?startkey="k"&endkey="k2"';
+  await play(server.client, [
+    ['GET', `${range}`, {}, 200, ids('k1', 'k2')],
+    ['GET', `${range}&inclusive_end=false`, {}, 200, ids('k1')],
+    ['GET', `${range}&limit=1&skip=1`, {}, 200, ids('k2')],
     ['GET', `${range}&limit=0`, {}, 200, ids()],
-    ['GET', '/_all_docs?startkey="c9"&descending=true&limit=1', {}, 200, ids('c2')],
-    ['GET', '/_all_docs?key="c1"', {}, 200, ids('c1')],
-    ['GET', '/_all_docs?keys=["c1"]', {}, 200, ids('c1')],
-    ['GET', '/_all_docs?startkey=c', {}, 400, { error: 'bad_request' }],
+    ['GET', '/_all_docs?startkey="k9"&descending=true&limit=1', {}, 200, ids('k2')],
+    ['GET', '/_all_docs?key="k1"', {}, 200, ids('k1')],
+    ['GET', '/_all_docs?keys=["k1"]', {}, 200, ids('k1')],
+    ['GET', '/_all_docs?startkey=k', {}, 400, { error: 'bad_request' }],
     ['GET', '/_all_docs?limit=-1', {}, 400, { error: 'query_parse_error' }],
     ['GET', '/_all_docs?include_docs=1', {}, 400, { error: 'query_parse_error' }],
-    ['POST', '/_all_docs', { body: { keys: 'c1' } }, 400, { error: 'bad_request' }],
+    ['POST', '/_all_docs', { body: { keys: 'k1' } }, 400, { error: 'bad_request' }],
     ['POST', '/_all_docs', { body: { keys: [] } }, 200, ids()],
   ]);
 });
@@ -72,7 +66,7 @@ test('views collate keys and answer ranges, pages and reductions', async () => {
   const keys = { v1: null, v2: false, v3: 7, v4: 'a', v5: 'ü', v6: [], v7: ['a', null],
     v8: ['a', 'z'], v9: ['a', []], w0: {} };
   const docs = Object.entries(keys).map(([_id, key]) => ({ _id, key }));
-  await play(client, [
+  await play(server.client, [
     ['PUT', '/_design/d', { body: { views: {
       keyed: { map: 'function (doc) { if (doc.key !== undefined) emit(doc.key, 2); }' },
       counted: { map: 'function (doc) { if (doc.key) emit(doc.key[0], 2); }', reduce: '_count' },
@@ -83,7 +77,7 @@ test('views collate keys and answer ranges, pages and reductions', async () => {
   ]);
   const view = '/_design/d/_view/';
   const ids = (...list) => ({ rows: list.map((id) => ({ id })) });
-  await play(client, [
+  await play(server.client, [
     ['GET', `${view}keyed`, {}, 200, { total_rows: 10, offset: 0, ...ids(...Object.keys(keys)) }],
     ['GET', `${view}keyed?descending=true&startkey=["a",[]]&endkey=["a",null]`, {}, 200,
       ids('v9', 'v8', 'v7')],
@@ -105,7 +99,7 @@ test('views collate keys and answer ranges, pages and reductions', async () => {
     ['GET', `${view}none`, {}, 404, { reason: 'missing_named_view' }],
     ['GET', '/_design/none/_view/x', {}, 404, { reason: 'missing' }],
     ['PUT', '/v4', { body: { key: 'b' } }, 409],
-    ['DELETE', `/v5?rev=${(await client.expect('GET', '/v5'))._rev}`, {}, 200],
+    ['DELETE', `/v5?rev=${(await server.client.expect('GET', '/v5'))._rev}`, {}, 200],
     ['GET', `${view}keyed?key="ü"`, {}, 200, ids()],
   ]);
 });

@@ -6,10 +6,10 @@ import { cpSync, mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { after, test } from 'node:test';
+import { after } from 'node:test';
 
 import { Client } from '../lib/client.js';
-import { play, run, startServer } from './support.js';
+import { play, run, startServer, test } from './support.js';
 
 const scratch = mkdtempSync(path.join(tmpdir(), 'devserver-'));
 after(() => rmSync(scratch, { recursive: true }));
@@ -27,17 +27,16 @@ test('wrong arguments are explained and end the program with 2', async () => {
   }
 });
 
-test('a port in use ends the program with a message', async () => {
-  const server = await startServer();
+test('a port in use ends the program with a message', async (t) => {
+  const server = await startServer(t);
   const { code, stderr } = await run('server.js', '--port', String(server.port), '--db', 'a');
   assert.equal(code, 1);
   assert.match(stderr, /Cannot listen on port/);
-  await server.stop();
 });
 
-test('signals end the server cleanly, and a folder keeps its databases', async () => {
+test('signals end the server cleanly, and a folder keeps its databases', async (t) => {
   const disk = path.join(scratch, 'disk');
-  const first = await startServer('--disk', disk);
+  const first = await startServer(t, '--disk', disk);
   await play(first.client, [
     ['PUT', '/a', { body: { x: 1, _attachments: { f: { data: 'aGk=' } } } }, 201],
     ['PUT', '/../other%2Fone', {}, 201],
@@ -45,7 +44,7 @@ test('signals end the server cleanly, and a folder keeps its databases', async (
     ['DELETE', '/../gone', {}, 200],
   ]);
   assert.equal(await first.stop('SIGTERM'), 0);
-  const second = await startServer('--disk', disk);
+  const second = await startServer(t, '--disk', disk);
   await play(second.client, [
     ['GET', '/a?attachments=true', {}, 200, { x: 1, _attachments: { f: { data: 'aGk=' } } }],
     ['GET', '/../_all_dbs', {}, 200, ['other/one', 'test']],
@@ -54,11 +53,11 @@ test('signals end the server cleanly, and a folder keeps its databases', async (
   assert.equal(await second.stop('SIGINT'), 0);
 });
 
-test('content is filled in once, updated where it differs, and faults are reported', async () => {
+test('content is filled in once, updated where it differs, and faults are reported', async (t) => {
   const content = path.join(scratch, 'database');
   cpSync(fileURLToPath(new URL('../../database', import.meta.url)), content, { recursive: true });
   writeFileSync(path.join(content, 'sample', 'extra.json'), '[{ "_id": "sample.extra", "x": 1 }]');
-  const server = await startServer('--user', 'me', '--pass', 'secret');
+  const server = await startServer(t, '--user', 'me', '--pass', 'secret');
   const address = server.address.replace('//', '//me:secret@').replace(/test$/, 'filled');
   const fill = async () => {
     const { code, stdout, stderr } = await run('fill.js', address, content);
@@ -86,5 +85,4 @@ test('content is filled in once, updated where it differs, and faults are report
     assert.match(stderr, reason);
     assert.doesNotMatch(stdout + stderr, /secret/);
   }
-  await server.stop();
 });

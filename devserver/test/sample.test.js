@@ -3,9 +3,8 @@
 
 import assert from 'node:assert/strict';
 import { readdirSync, readFileSync } from 'node:fs';
-import { test } from 'node:test';
 
-import { startServer, run } from './support.js';
+import { run, startServer, test } from './support.js';
 
 const folder = new URL('../../database/sample/', import.meta.url);
 const docs = readdirSync(folder)
@@ -65,8 +64,8 @@ test('the catalogue names all other documents', () => {
   assert.deepEqual(Object.keys(data['s:documents']).sort(), others);
 });
 
-test('the views list each type prefix, newest first, and each reference', async () => {
-  const server = await startServer();
+test('the views list each type prefix, newest first, and each reference', async (t) => {
+  const server = await startServer(t);
   await run('fill.js', server.address);
   await server.client.expect('PUT', '/gone', { type: 'tag', deleted: true,
     created: '2024-01-01T00:00:00Z', references: ['sample.tag.sale'] });
@@ -85,5 +84,4 @@ test('the views list each type prefix, newest first, and each reference', async 
   assert.deepEqual(rows.map((row) => row.id).sort(), referrers.map((doc) => doc._id).sort());
   const counts = await view('references?group=true&key="sample.tag.sale"');
   assert.equal(counts.rows[0].value, referrers.length);
-  await server.stop();
 });

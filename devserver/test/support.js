@@ -5,11 +5,15 @@ import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { createInterface } from 'node:readline';
+import { after, before, test as nodeTest } from 'node:test';
 import { fileURLToPath } from 'node:url';
 
 import { Client } from '../lib/client.js';
 
 const script = (name) => fileURLToPath(new URL(`../${name}`, import.meta.url));
+
+/** A test that waits for something that never comes fails instead of hanging. */
+export const test = (title, body) => nodeTest(title, { timeout: 60_000 }, body);
 
 /** Runs a program of this folder to its end. */
 export async function run(name, ...args) {
@@ -21,18 +25,30 @@ export async function run(name, ...args) {
   return { code, ...output };
 }
 
-/** Starts a server on a free port; gives its address, a client and `stop`, which gives the code. */
-export async function startServer(...args) {
+/** A server for the tests of a whole file. */
+export function sharedServer() {
+  const shared = {};
+  before(async () => Object.assign(shared, await startServer({ after: () => {} })));
+  after(() => shared.stop());
+  return shared;
+}
+
+/**
+ * Starts a server on a free port, which ends with the test `t`. Gives its address, a client, and
+ * `stop`, which gives the exit code.
+ */
+export async function startServer(t, ...args) {
   const child = spawn(process.execPath,
     [script('server.js'), '--port', '0', '--db', 'test', ...args],
     { stdio: ['ignore', 'pipe', 'inherit'] });
   const [line] = await once(createInterface(child.stdout), 'line');
   const [, address] = /^READY (http:\/\/127\.0\.0\.1:\d+\/test)$/.exec(line);
+  const closed = once(child, 'close');
   const stop = async (signal = 'SIGTERM') => {
-    const closed = once(child, 'close');
     child.kill(signal);
     return (await closed)[0];
   };
+  t.after(() => stop());
   return { address, port: Number(new URL(address).port), client: new Client(address), stop };
 }
 

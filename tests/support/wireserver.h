@@ -30,14 +30,8 @@ public:
         QByteArray head; // up to and with the blank line
         QByteArray body;
 
-        [[nodiscard]] QByteArray method() const
-        {
-            return head.left(head.indexOf(' '));
-        }
-        [[nodiscard]] QByteArray target() const
-        {
-            return head.split(' ').value(1);
-        }
+        [[nodiscard]] QByteArray method() const { return head.left(head.indexOf(' ')); }
+        [[nodiscard]] QByteArray target() const { return head.split(' ').value(1); }
         /// Null when there is no such field; \p name in any case.
         [[nodiscard]] QByteArray header(const QByteArray &name) const;
         [[nodiscard]] bool hasHeader(const QByteArray &name) const
@@ -58,18 +52,9 @@ public:
         /// A whole answer with its length; \p fields are lines that end with "\r\n".
         static Answer status(int code, const QByteArray &body = {}, const QByteArray &fields = {});
         static Answer redirect(int code, const QUrl &location);
-        static Answer raw(const QByteArray &bytes)
-        {
-            return { bytes, false, false, 0, {} };
-        }
-        static Answer hang()
-        {
-            return raw({});
-        }
-        static Answer close()
-        {
-            return hang().cutAfter(0);
-        }
+        static Answer raw(const QByteArray &bytes) { return { bytes, false, false, 0, {} }; }
+        static Answer hang() { return raw({}); }
+        static Answer close() { return hang().cutAfter(0); }
 
         /// Sends no more than the first \p count bytes, then closes.
         [[nodiscard]] Answer cutAfter(int count) const;
@@ -83,24 +68,12 @@ public:
     /// http://127.0.0.1:port with \p path behind.
     [[nodiscard]] QUrl url(const QString &path = QString()) const;
 
-    void enqueue(const Answer &answer)
-    {
-        m_script.append(answer);
-    }
-    void setHandler(Handler handler)
-    {
-        m_handler = std::move(handler);
-    }
+    void enqueue(const Answer &answer) { m_script.append(answer); }
+    void setHandler(Handler handler) { m_handler = std::move(handler); }
 
     /// All requests so far; one that is answered early has the body that had come by then.
-    [[nodiscard]] const QList<Message> &messages() const
-    {
-        return m_messages;
-    }
-    [[nodiscard]] int openConnections() const
-    {
-        return m_openConnections;
-    }
+    [[nodiscard]] const QList<Message> &messages() const { return m_messages; }
+    [[nodiscard]] int openConnections() const { return m_openConnections; }
 
 private:
     struct Connection

@@ -65,7 +65,7 @@ void limitDecompression(QNetworkRequest &request)
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     setIfMissing(request, "Accept-Encoding", "identity");
 #else
-    request.setDecompressedSafetyCheckThreshold(10 * 1024 * 1024);
+    request.setDecompressedSafetyCheckThreshold(qint64(10) * 1024 * 1024);
 #endif
 }
 

@@ -24,10 +24,10 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcRequest, "vorrel.request", QtInfoMsg)
 
-constexpr qint64 maximumSizeInMemory = 256 * 1024 * 1024;
+constexpr qint64 maximumSizeInMemory = qint64(256) * 1024 * 1024;
 
 // Read in pieces, so that a compressed answer is not unpacked as a whole before it is measured.
-constexpr qint64 pieceSize = 1024 * 1024;
+constexpr qint64 pieceSize = qint64(1024) * 1024;
 
 // What a network access manager has per host; a change feed that it carries may hold one more.
 constexpr int connectionsPerHost = 6;
@@ -75,6 +75,7 @@ struct Request::Private
     bool readBody();
     bool keep(const QByteArray &data);
     bool flushSink();
+    bool checkSink(bool isFine);
     void replyFinished();
     void end(const QString &reason);
     void deliver();
@@ -220,21 +221,23 @@ bool Request::Private::keep(const QByteArray &data)
         body.append(data);
         return true;
     }
-    if (sink && sink->write(data) == data.size())
-        return true;
-    end(QStringLiteral("Writing to the data sink failed: %1")
-            .arg(sink ? sink->errorString() : QStringLiteral("it was destroyed")));
-    return false;
+    return checkSink(sink && sink->write(data) == data.size());
 }
 
 // What a full disk refuses may stand in the buffer of the file until now.
 bool Request::Private::flushSink()
 {
     auto *file = qobject_cast<QFileDevice *>(sink.data());
-    if (!file || file->flush())
-        return true;
-    end(QStringLiteral("Writing to the data sink failed: %1").arg(file->errorString()));
-    return false;
+    return checkSink(!hasSink || (file ? file->flush() : !sink.isNull()));
+}
+
+bool Request::Private::checkSink(bool isFine)
+{
+    if (!isFine) {
+        end(QStringLiteral("Writing to the data sink failed: %1")
+                .arg(sink ? sink->errorString() : QStringLiteral("it was destroyed")));
+    }
+    return isFine;
 }
 
 void Request::Private::replyFinished()

@@ -5,6 +5,7 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/core/documentids_p.h>
+#include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/linkeddocument.h>
 
 #include <QtCore/QPointer>
@@ -44,17 +45,20 @@ QSet<QString> LoadRequest::pendingDocuments() const
 
 QList<LinkedDocument *> LoadRequest::documents() const
 {
-    // Building one runs code of the application, which may destroy some of them, or all.
+    // Built first: that runs code of the application, which may destroy some of them, or all.
     const QPointer<Context> owner(context());
     const QStringList ids = m_loaded;
-    QList<QPointer<Document>> loaded;
     for (const QString &id : ids) {
-        loaded.append(owner ? owner->loadedDocument(id) : nullptr);
+        const DocumentNode *node = owner ? owner->documentNode(id.toLatin1()) : nullptr;
+        if (node) {
+            static_cast<void>(node->document());
+        }
     }
     QList<LinkedDocument *> documents;
-    for (const QPointer<Document> &document : std::as_const(loaded)) {
-        if (document) {
-            documents.append(static_cast<LinkedDocument *>(document.data()));
+    for (const QString &id : ids) {
+        const DocumentNode *node = owner ? owner->documentNode(id.toLatin1()) : nullptr;
+        if (node && node->isInstantiated() && !node->document()->deleted()) {
+            documents.append(node->document());
         }
     }
     return documents;

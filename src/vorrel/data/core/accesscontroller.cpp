@@ -47,7 +47,11 @@ void AccessController::markDirty()
 
 void AccessController::notifyChange()
 {
-    Q_EMIT m_document->accessControlParametersChanged();
+    const QPointer<LinkedDocument> document(m_document);
+    Q_EMIT document->accessControlParametersChanged();
+    if (document) {
+        document->reportDocumentChange();
+    }
 }
 
 void AccessController::update(const QJsonValue &parameters)

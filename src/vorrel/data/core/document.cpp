@@ -149,6 +149,8 @@ void Document::addPostRoutine(std::function<void()> routine)
 
 void Document::executePostRoutines()
 {
+    // All constructors have run, so no more properties will come.
+    d->properties.shrink_to_fit();
     const auto routines = std::move(d->postRoutines);
     if (!routines) {
         return;

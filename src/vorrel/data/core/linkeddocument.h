@@ -18,7 +18,7 @@ class IDeleteHandler;
 ///
 /// Keys of a stored document that no property of its class names are dropped when it is saved
 /// again; the place for content of an application's own is the free-form data.
-class VORREL_DATACORE_EXPORT LinkedDocument : public Document
+class VORREL_DATACORE_EXPORT LinkedDocument : public vo::data::Document
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(LinkedDocument)
@@ -149,6 +149,7 @@ Q_SIGNALS:
     void listParentChanged(const QSet<QString> &ids);
 
 private:
+    friend class AccessController;
     friend class DocumentPropertyBase;
 
     void addDeleteHandler(IDeleteHandler *handler);

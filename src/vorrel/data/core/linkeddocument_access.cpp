@@ -87,7 +87,8 @@ void LinkedDocument::updateAccessLevel()
     if (self && d->implicitRead != wasImplicit) {
         Q_EMIT implicitReadAccessChanged();
     }
-    if (self && (level < ReadAccess) != (oldLevel < ReadAccess)) {
+    // The first answer is no change: nobody has seen another one.
+    if (self && oldLevel != UnknownAccess && (level < ReadAccess) != (oldLevel < ReadAccess)) {
         readAccessChanged();
     }
 }

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QObject>
+
+#include <type_traits>
+
 /// \file
 /// A property of a document class takes one line in each of three places: VO_PROPERTY inside the
 /// class, a member of its Private record, and VO_DEFINE_PROPERTY in its source.
