@@ -55,8 +55,9 @@ Document *Context::createDocument(const QString &type)
 
 Document *Context::createDocumentWithId(const QString &type, const QString &id)
 {
-    return canCreateNewDocument(type) ? keptFromJavaScript(LinkedDocument::create(type, id, this))
-                                      : nullptr;
+    return !d->closing && canCreateNewDocument(type)
+        ? keptFromJavaScript(LinkedDocument::create(type, id, this))
+        : nullptr;
 }
 
 void Context::addCreationHandler(const QString &type, std::function<void(Document *)> handler)
@@ -192,8 +193,10 @@ void Context::removeDocument(LinkedDocument *document)
 // Runs in a turn of its own.
 void Context::Private::removeDocument(LinkedDocument *document)
 {
+    const QPointer<Context> self(q);
+    const QPointer<LinkedDocument> guard(document);
     document->updateDependencies();
-    DocumentNode *node = documentNode(document->id());
+    DocumentNode *node = self && guard ? documentNode(document->id()) : nullptr;
     // A new document may have taken over the id in the meantime.
     if (node && node->document() == document) {
         destroyNode(takeNode(node));

@@ -86,6 +86,9 @@ void DocumentIncubator::customEvent(QEvent *event)
         if (!again && !m_queue.empty() && m_queue.front() == object) {
             m_queue.pop_front();
             object->finishIncubation();
+            if (!self) {
+                return;
+            }
         }
     }
     if (m_queue.empty()) {

@@ -323,17 +323,29 @@ void LinkedDocument::updateDependencies()
     if (!own || own->document() != this) {
         return;
     }
-    const QList<DocumentEdge *> edges = own->outgoing();
-    for (const DocumentEdge *edge : edges) {
+    QList<QByteArray> obsolete;
+    for (const DocumentEdge *edge : own->outgoing()) {
         if (!wanted.remove(edge->target->document())) {
-            d->store.unlinkDocuments(own, edge->target);
+            obsolete.append(edge->target->id());
         }
     }
+    QList<QByteArray> missing;
     for (const LinkedDocument *document : std::as_const(wanted)) {
-        if (DocumentNode *target = d->store.documentNode(document->id())) {
-            d->store.linkDocuments(own, target);
-        }
+        missing.append(document->id());
     }
+    const QPointer<LinkedDocument> self(this);
+    const auto changeEdges = [&](const QList<QByteArray> &targets, auto operation) {
+        for (const QByteArray &targetId : targets) {
+            // Looked up each time: a slot may have destroyed nodes, or this document.
+            DocumentNode *node = self ? d->store.documentNode(id()) : nullptr;
+            DocumentNode *target = node ? d->store.documentNode(targetId) : nullptr;
+            if (target) {
+                (d->store.*operation)(node, target);
+            }
+        }
+    };
+    changeEdges(obsolete, &DocumentStore::unlinkDocuments);
+    changeEdges(missing, &DocumentStore::linkDocuments);
 }
 
 QByteArray LinkedDocument::subtreeRevision() const

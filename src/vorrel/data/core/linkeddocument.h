@@ -31,8 +31,8 @@ public:
     explicit LinkedDocument(Context *context);
     ~LinkedDocument() override;
 
-    /// Makes the document that \p json describes. Null for an unknown type, with the critical log
-    /// line "Creating unknown document: %s".
+    /// Makes the document that \p json describes. Null for an unknown type; as in the other forms
+    /// with the critical log line "Creating unknown document: %s".
     static LinkedDocument *create(const QJsonObject &json, Context *context);
 
     /// Makes a new document; without \p id it gets one when it is first asked for. Null for an
