@@ -190,7 +190,9 @@ private Q_SLOTS:
         for (const QString &form :
              { password, site.server.serviceUrl().password(QUrl::FullyEncoded),
                QString::fromLatin1(password.toUtf8().toPercentEncoding()),
-               QString::fromLatin1(("reader:"_s + password).toUtf8().toBase64()) }) {
+               QString::fromLatin1((site.server.serviceUrl().userName() + ":"_s + password)
+                                       .toUtf8()
+                                       .toBase64()) }) {
             QVERIFY2(!lines.contains(form), qPrintable(lines));
         }
         QLoggingCategory::setFilterRules(QString());
