@@ -63,6 +63,8 @@ struct Context::Private final : DocumentStore
 
     DocumentNode *insertNode(DocumentNode *node);
 
+    void destroyEdge(DocumentEdge *edge);
+
     /// Takes \p node out of the table and the graph. The caller owns it then.
     std::shared_ptr<DocumentNode> takeNode(DocumentNode *node);
 

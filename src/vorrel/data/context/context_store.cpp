@@ -117,10 +117,6 @@ bool Context::Private::releaseId(const QByteArray &id)
 
 void Context::Private::forgetDocument(LinkedDocument *document)
 {
-    markClean(document);
-    if (locals.removeOne(document)) {
-        Q_EMIT q->localDocumentsChanged();
-    }
     DocumentNode *node = documentNode(document->id());
     if (node && node->m_document == document) {
         // Somebody else destroyed the document. The node goes with it, so that the id can be
@@ -128,19 +124,46 @@ void Context::Private::forgetDocument(LinkedDocument *document)
         node->m_document = nullptr;
         addDocumentGraphTask(std::make_unique<RunFunctionTask>([taken = takeNode(node)] {}));
     }
+    const bool wasLocal = locals.removeOne(document);
+    const bool wasLastDirty = dirtyDocuments.remove(document) && dirtyDocuments.isEmpty();
+    if (wasLocal || wasLastDirty) {
+        // Told later: guarded pointers still lead to the document here, half destroyed as it is,
+        // and a slot might even destroy it again.
+        addDocumentGraphTask(std::make_unique<RunFunctionTask>([this, wasLocal, wasLastDirty] {
+            const QPointer<Context> self(q);
+            if (wasLocal) {
+                Q_EMIT q->localDocumentsChanged();
+            }
+            if (self && wasLastDirty) {
+                Q_EMIT q->hasLocalChangesChanged();
+            }
+        }));
+    }
 }
 
 std::shared_ptr<DocumentNode> Context::Private::takeNode(DocumentNode *node)
 {
     documentNodes.remove(node->id());
-    const QList<DocumentEdge *> edges = node->incoming() + node->outgoing();
-    for (DocumentEdge *edge : edges) {
-        edge->source->removeOutgoingEdge(edge);
-        edge->target->removeIncomingEdge(edge);
-        documentLinks.remove({ edge->source, edge->target });
-        delete edge;
+    for (const DocumentEdge *edge : node->outgoing()) {
+        if (LinkedDocument *target = edge->target->document()) {
+            target->scheduleAccessLevelUpdate(); // it may have been readable through this edge
+        }
+    }
+    while (!node->outgoing().isEmpty()) {
+        destroyEdge(node->outgoing().constFirst());
+    }
+    while (!node->incoming().isEmpty()) {
+        destroyEdge(node->incoming().constFirst());
     }
     return std::shared_ptr<DocumentNode>(node);
+}
+
+void Context::Private::destroyEdge(DocumentEdge *edge)
+{
+    documentLinks.remove({ edge->source, edge->target });
+    edge->source->removeOutgoingEdge(edge);
+    edge->target->removeIncomingEdge(edge);
+    delete edge;
 }
 
 void Context::Private::destroyNode(std::shared_ptr<DocumentNode> node)
