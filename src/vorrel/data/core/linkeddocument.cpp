@@ -24,6 +24,8 @@
 #include <QtCore/QTimer>
 #include <QtCore/QUuid>
 
+#include <algorithm>
+
 namespace vo::data {
 
 LinkedDocument::Private::Private(LinkedDocument *document, Context *owner)
@@ -66,7 +68,15 @@ QByteArray LinkedDocument::id() const
 
 void LinkedDocument::setDocumentId(const QString &id)
 {
-    d->id = id.toLatin1();
+    const QByteArray bytes = id.toLatin1();
+    const DocumentNode *node = d->id.isEmpty() ? nullptr : d->store.documentNode(d->id);
+    if (bytes != d->id && node && node->isInstantiated() && node->document() == this) {
+        // The Context, and whoever refers to the document, knows it by this id.
+        qCCritical(lcData, "Document %s cannot take the id \"%s\"", d->id.constData(),
+                   bytes.constData());
+        return;
+    }
+    d->id = bytes;
 }
 
 QString LinkedDocument::revision() const
@@ -223,14 +233,26 @@ bool LinkedDocument::deleted() const
     return d->deleted.get();
 }
 
-void LinkedDocument::addDeleteHandler(IDeleteHandler *handler)
+void LinkedDocument::addDeleteHandler(IDeleteHandler *handler, const Document *owner)
 {
-    d->deleteHandlers.append(handler);
+    d->deleteHandlers.append({ handler, owner });
 }
 
 void LinkedDocument::removeDeleteHandler(IDeleteHandler *handler)
 {
-    d->deleteHandlers.removeOne(handler);
+    const auto found =
+        std::find_if(d->deleteHandlers.begin(), d->deleteHandlers.end(),
+                     [handler](const auto &entry) { return entry.handler == handler; });
+    if (found != d->deleteHandlers.end()) {
+        d->deleteHandlers.erase(found);
+    }
+}
+
+void LinkedDocument::removeDeleteHandlersOf(const Document *owner)
+{
+    const auto gone = std::remove_if(d->deleteHandlers.begin(), d->deleteHandlers.end(),
+                                     [owner](const auto &entry) { return entry.owner == owner; });
+    d->deleteHandlers.erase(gone, d->deleteHandlers.end());
 }
 
 void LinkedDocument::setDeleted(bool deleted)
@@ -238,8 +260,8 @@ void LinkedDocument::setDeleted(bool deleted)
     if (d->deleted.get() == deleted || accessLevel() < WriteAccess) {
         return;
     }
-    for (const IDeleteHandler *handler : std::as_const(d->deleteHandlers)) {
-        if (!handler->canDelete()) {
+    for (const auto &entry : std::as_const(d->deleteHandlers)) {
+        if (!entry.handler->canDelete()) {
             return;
         }
     }
@@ -274,7 +296,7 @@ void LinkedDocument::clearLinks()
     }
     clearStructReferences();
     while (self && !d->deleteHandlers.isEmpty()) {
-        d->deleteHandlers.takeFirst()->removeDocument(this);
+        d->deleteHandlers.takeFirst().handler->removeDocument(this);
     }
 }
 
@@ -283,8 +305,9 @@ void LinkedDocument::clearLinks()
 void LinkedDocument::attachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::attachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->attachDocument(document);
     }
 }
@@ -292,8 +315,9 @@ void LinkedDocument::attachDocument(Document *document)
 void LinkedDocument::detachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::detachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->detachDocument(document);
     }
 }
@@ -357,8 +381,8 @@ QByteArray LinkedDocument::subtreeRevision() const
         const Document *document = open.takeLast();
         if (qobject_cast<const LinkedDocument *>(document)) {
             states.append(QStringLiteral("%1-%2-%3")
-                              .arg(document->documentId(), document->revision())
-                              .arg(document->changeSequenceNumber()));
+                              .arg(document->documentId(), document->revision(),
+                                   QString::number(document->changeSequenceNumber())));
         }
         const QList<Document *> targets = document->attached();
         for (const Document *target : targets) {

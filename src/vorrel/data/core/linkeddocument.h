@@ -31,12 +31,12 @@ public:
     explicit LinkedDocument(Context *context);
     ~LinkedDocument() override;
 
-    /// Makes the document that \p json describes. Null for an unknown type; as in the other forms
-    /// with the critical log line "Creating unknown document: %s".
+    /// Makes the document that \p json describes. Null for an unknown type, with the critical log
+    /// line "Creating unknown document: %s", and, with a warning, for an id beyond Latin-1.
     static LinkedDocument *create(const QJsonObject &json, Context *context);
 
-    /// Makes a new document; without \p id it gets one when it is first asked for. Null for an
-    /// unknown type, and, with a critical log line, if a live document has that id already.
+    /// Makes a new document; without \p id it gets one when it is first asked for. Null as above,
+    /// and, with a critical log line, if a live document has that id already.
     static LinkedDocument *create(const QString &type, Context *context);
     static LinkedDocument *create(const QString &type, const QString &id, Context *context);
 
@@ -46,6 +46,7 @@ public:
     /// Makes the documents that every Context has from its start.
     static void createAutoInstances(Context *context);
 
+    /// The id stands from initialize() on; another one is refused with a critical log line then.
     void setDocumentId(const QString &id) override;
     void setRevision(const QString &revision) override;
     void markDirty() override;
@@ -150,11 +151,16 @@ Q_SIGNALS:
 
 private:
     friend class AccessController;
+    friend class Document;
     friend class DocumentPropertyBase;
 
-    void addDeleteHandler(IDeleteHandler *handler);
+    void addDeleteHandler(IDeleteHandler *handler, const Document *owner);
     void removeDeleteHandler(IDeleteHandler *handler);
+    void removeDeleteHandlersOf(const Document *owner);
     [[nodiscard]] bool hasImplicitReadAccess() const;
+    void computeFirstAccessLevel();
+    [[nodiscard]] std::vector<LinkedDocument *> sourcesToAsk() const;
+    void correctAnswersOfRing();
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();
     void readAccessChanged();

@@ -13,6 +13,13 @@ namespace vo::data {
 
 struct LinkedDocument::Private
 {
+    /// A property of \a owner that points here.
+    struct DeleteHandler
+    {
+        IDeleteHandler *handler;
+        const Document *owner;
+    };
+
     Private(LinkedDocument *document, Context *owner);
 
     LinkedDocument *const q;
@@ -26,12 +33,13 @@ struct LinkedDocument::Private
     int changeSequence = 0; // edits since the last save; above 0 means dirty
     QSet<QByteArray> currentAttachments;
     QJsonObject data;
-    QVector<IDeleteHandler *> deleteHandlers;
+    QVector<DeleteHandler> deleteHandlers;
     mutable std::unique_ptr<AccessController> accessController; // made on first demand
     Property<bool> deleted;
     Property<QString> label;
     AccessLevel accessLevel = UnknownAccess;
     bool accessUpdatePending = true;
+    bool accessInQuestion = false; // the first answer is being looked for
     bool implicitRead = false;
     bool changeReportPending = false;
     bool dependencyUpdatePending = false;

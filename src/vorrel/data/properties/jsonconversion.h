@@ -64,7 +64,8 @@ template <typename T>
     if constexpr (std::is_floating_point_v<T>) {
         return compare(a, b);
     } else if constexpr (std::is_same_v<T, QDateTime>) {
-        return a.toUTC() == b.toUTC();
+        // Qt 5 takes an invalid moment for the epoch.
+        return a.isValid() == b.isValid() && a.toUTC() == b.toUTC();
     } else if constexpr (std::is_same_v<T, QVariant>) {
         // What would be stored: variants themselves compare differently in Qt 5 and Qt 6.
         return QJsonValue::fromVariant(a) == QJsonValue::fromVariant(b);
@@ -96,7 +97,8 @@ VORREL_DECLARE_JSON_CONVERSION(QFont)
 
 #undef VORREL_DECLARE_JSON_CONVERSION
 
-// The native types: the same results as the general rule, without the way through a variant.
+// The native types: the results of the general rule, without the way through a variant. An integer
+// that the type cannot hold reads as 0.
 template <>
 VORREL_DATACORE_EXPORT QString convertFromJson<QString>(const QJsonValue &json);
 template <>
