@@ -204,7 +204,7 @@ void Context::Private::removeDocument(LinkedDocument *document)
 
 void Context::incubate(IIncubatable *object)
 {
-    d->incubator->incubate(object);
+    d->incubate(object);
 }
 
 void Context::finishIncubation()

@@ -65,6 +65,7 @@ struct Context::Private final : DocumentStore
 
     /// Takes \p node out of the table and the graph. The caller owns it then.
     std::shared_ptr<DocumentNode> takeNode(DocumentNode *node);
+    static void dropEdge(DocumentEdge *edge);
 
     /// The end of a node that was taken: announces that its document goes, and destroys both.
     void destroyNode(std::shared_ptr<DocumentNode> node);
@@ -77,6 +78,7 @@ struct Context::Private final : DocumentStore
     [[nodiscard]] QString language() const override;
     [[nodiscard]] QUrl serviceUrl() const override;
     [[nodiscard]] QString database() const override;
+    [[nodiscard]] QNetworkAccessManager *networkManager() const override;
     [[nodiscard]] DocumentNode *documentNode(const QByteArray &id) const override;
     [[nodiscard]] bool releaseId(const QByteArray &id) override;
     void addDocument(LinkedDocument *document) override;
@@ -88,6 +90,7 @@ struct Context::Private final : DocumentStore
     void linkDocuments(DocumentNode *from, DocumentNode *to) override;
     void unlinkDocuments(DocumentNode *from, DocumentNode *to) override;
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
+    void incubate(IIncubatable *object) override;
     void finishIncubation() override;
     [[nodiscard]] std::unique_ptr<AccessController>
     createAccessController(LinkedDocument *document) override;

@@ -41,6 +41,11 @@ QString Context::Private::database() const
     return databaseName;
 }
 
+QNetworkAccessManager *Context::Private::networkManager() const
+{
+    return networkAccessManager;
+}
+
 DocumentNode *Context::Private::documentNode(const QByteArray &id) const
 {
     return documentNodes.value(id);
@@ -50,6 +55,11 @@ std::unique_ptr<AccessController>
 Context::Private::createAccessController(LinkedDocument *document)
 {
     return std::unique_ptr<AccessController>(q->createAccessController(document));
+}
+
+void Context::Private::incubate(IIncubatable *object)
+{
+    incubator->incubate(object);
 }
 
 void Context::Private::finishIncubation()
@@ -135,12 +145,18 @@ std::shared_ptr<DocumentNode> Context::Private::takeNode(DocumentNode *node)
     documentNodes.remove(node->id());
     const QList<DocumentEdge *> edges = node->incoming() + node->outgoing();
     for (DocumentEdge *edge : edges) {
-        edge->source->removeOutgoingEdge(edge);
-        edge->target->removeIncomingEdge(edge);
-        documentLinks.remove({ edge->source, edge->target });
-        delete edge;
+        dropEdge(documentLinks.take({ edge->source, edge->target }));
     }
     return std::shared_ptr<DocumentNode>(node);
+}
+
+void Context::Private::dropEdge(DocumentEdge *edge)
+{
+    if (edge) {
+        edge->source->removeOutgoingEdge(edge);
+        edge->target->removeIncomingEdge(edge);
+        delete edge;
+    }
 }
 
 void Context::Private::destroyNode(std::shared_ptr<DocumentNode> node)
@@ -172,6 +188,7 @@ void Context::Private::linkDocuments(DocumentNode *from, DocumentNode *to)
     if (!from->isInstantiated() || !to->isInstantiated()) {
         return;
     }
+    dropEdge(documentLinks.take({ from, to })); // one edge for a pair
     auto *edge = new DocumentEdge { from, to };
     from->addOutgoingEdge(edge);
     to->addIncomingEdge(edge);
@@ -185,9 +202,7 @@ void Context::Private::unlinkDocuments(DocumentNode *from, DocumentNode *to)
     if (!from->isInstantiated() || !to->isInstantiated()) {
         return;
     }
-    const std::unique_ptr<DocumentEdge> edge(documentLinks.take({ from, to }));
-    from->removeOutgoingEdge(edge.get());
-    to->removeIncomingEdge(edge.get());
+    dropEdge(documentLinks.take({ from, to }));
     to->document()->scheduleAccessLevelUpdate();
     Q_EMIT q->documentUnlinked(from->id(), to->id());
 }

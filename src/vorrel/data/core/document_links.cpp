@@ -127,6 +127,12 @@ QList<Document *> Document::linkTargets() const
     forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
         targets.append(property.referencedDocuments());
     });
+    if (const auto *linked = qobject_cast<const LinkedDocument *>(this)) {
+        const QList<QObject *> references = linked->references(0);
+        for (QObject *reference : references) {
+            targets.append(static_cast<Document *>(reference));
+        }
+    }
     return targets;
 }
 

@@ -247,6 +247,9 @@ void LinkedDocument::setDeleted(bool deleted)
     if (deleted) {
         d->store.finishIncubation();
     }
+    if (self && deleted) {
+        purgeReferences();
+    }
     if (self) {
         d->deleted.set(deleted);
     }
@@ -256,6 +259,19 @@ void LinkedDocument::setDeleted(bool deleted)
     if (self && deleted && isLocal()) {
         // The database never saw it, so its deletion needs no upload.
         markClean(QString(), d->changeSequence, currentAttachments());
+    }
+}
+
+// No field of another document refers to a deleted one.
+void LinkedDocument::purgeReferences()
+{
+    const QList<Document *> now = referencingDocuments();
+    const QList<QPointer<Document>> referencing(now.begin(), now.end());
+    const QPointer<LinkedDocument> self(this);
+    for (const QPointer<Document> &document : referencing) {
+        if (auto *linked = qobject_cast<LinkedDocument *>(document.data()); linked && self) {
+            linked->purgeReference(this);
+        }
     }
 }
 
@@ -319,6 +335,12 @@ void LinkedDocument::updateDependencies()
 {
     QSet<const LinkedDocument *> wanted;
     Document::aggregateDependencies(wanted);
+    if (accessLevel() >= ReadAccess) {
+        const QList<QObject *> references = this->references(0);
+        for (const QObject *reference : references) {
+            wanted.insert(static_cast<const LinkedDocument *>(reference));
+        }
+    }
     DocumentNode *own = d->store.documentNode(id());
     if (!own || own->document() != this) {
         return;

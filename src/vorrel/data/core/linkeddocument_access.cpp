@@ -24,12 +24,12 @@ AccessController *LinkedDocument::accessController() const
 
 Document::AccessLevel LinkedDocument::accessLevel() const
 {
-    if (d->accessLevel == UnknownAccess) {
+    if (d->accessLevel == UnknownAccess && !d->accessUpdateRunning) {
         // The first question is no change.
         const QSignalBlocker blocker(d->q);
         d->q->updateAccessLevel();
     }
-    return d->accessLevel;
+    return d->accessLevel == UnknownAccess ? NoAccess : d->accessLevel;
 }
 
 bool LinkedDocument::implicitReadAccess() const
@@ -51,17 +51,32 @@ void LinkedDocument::scheduleAccessLevelUpdate()
     d->store.addDocumentGraphTask(std::make_unique<DocumentAccessLevelUpdateTask>(this));
 }
 
+// Documents may refer to each other in long chains and circles, so this asks no source to ask its
+// own sources: one that does not know its level yet computes it in a turn of its own, and if it
+// proves readable it has this document look again.
 bool LinkedDocument::hasImplicitReadAccess() const
 {
     const DocumentNode *node = d->store.documentNode(id());
     if (!node) {
         return false;
     }
-    const QList<DocumentEdge *> &edges = node->incoming();
-    return std::any_of(edges.begin(), edges.end(), [](const DocumentEdge *edge) {
-        const LinkedDocument *source = edge->source->document();
-        return source && source->accessLevel() >= ReadAccess;
-    });
+    for (const DocumentEdge *edge : node->incoming()) {
+        LinkedDocument *source = edge->source->document();
+        if (!source || source == this) {
+            continue;
+        }
+        if (source->d->accessLevel != UnknownAccess) {
+            if (source->d->accessLevel >= ReadAccess) {
+                return true;
+            }
+        } else if (source->accessController()->accessLevel() >= ReadAccess) {
+            return true;
+        } else {
+            d->store.addDocumentGraphTask(
+                std::make_unique<DocumentAccessLevelUpdateTask>(source));
+        }
+    }
+    return false;
 }
 
 void LinkedDocument::updateAccessLevel()
@@ -72,12 +87,14 @@ void LinkedDocument::updateAccessLevel()
     const QPointer<LinkedDocument> self(this);
     const AccessLevel oldLevel = d->accessLevel;
     const bool wasImplicit = d->implicitRead;
+    d->accessUpdateRunning = true;
     AccessLevel level = accessController()->accessLevel();
     d->implicitRead = level < ReadAccess && hasImplicitReadAccess();
     if (d->implicitRead || (isDirty() && level < ReadAccess)) {
         level = ReadAccess;
     }
     d->accessLevel = level;
+    d->accessUpdateRunning = false;
     // Cleared before anything is emitted: a slot that changes the access asks for another round.
     d->accessUpdatePending = false;
 
@@ -87,14 +104,17 @@ void LinkedDocument::updateAccessLevel()
     if (self && d->implicitRead != wasImplicit) {
         Q_EMIT implicitReadAccessChanged();
     }
-    // The first answer is no change: nobody has seen another one.
-    if (self && oldLevel != UnknownAccess && (level < ReadAccess) != (oldLevel < ReadAccess)) {
-        readAccessChanged();
+    if (self && (level < ReadAccess) != (oldLevel < ReadAccess)) {
+        updateAccessOfTargets();
+        // The first answer is no change: nobody has seen another one.
+        if (oldLevel != UnknownAccess) {
+            readAccessChanged();
+        }
     }
 }
 
-// What readers of this document see, and who reads through it, is different now.
-void LinkedDocument::readAccessChanged()
+// Who may read this document may read what it refers to.
+void LinkedDocument::updateAccessOfTargets()
 {
     if (const DocumentNode *node = d->store.documentNode(id())) {
         for (const DocumentEdge *edge : node->outgoing()) {
@@ -103,6 +123,11 @@ void LinkedDocument::readAccessChanged()
             }
         }
     }
+}
+
+// What readers of this document see is different now.
+void LinkedDocument::readAccessChanged()
+{
     const QPointer<LinkedDocument> self(this);
     allPropertiesChanged();
     if (self) {
