@@ -30,11 +30,12 @@ prepare()
 
 comparison_base()
 {
-    local head base
-    head=$(git rev-parse HEAD)
-    base=${VORREL_LINT_BASE:-$(git merge-base HEAD origin/main 2>/dev/null || echo "$head")}
-    if [[ $base == "$head" ]]; then
-        base=$(git rev-list --first-parent --max-count=11 HEAD | tail -n 1)
+    local base=${VORREL_LINT_BASE:-}
+    if [[ -z $base ]]; then
+        base=$(git merge-base HEAD origin/main 2>/dev/null || git rev-parse HEAD)
+        if [[ $base == $(git rev-parse HEAD) ]]; then
+            base=$(git rev-list --first-parent --max-count=11 HEAD | tail -n 1)
+        fi
     fi
     printf '%s\n' "$base"
 }

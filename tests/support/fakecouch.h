@@ -78,10 +78,7 @@ public:
     void hold();
     void release();
 
-    [[nodiscard]] const QList<Call> &calls() const
-    {
-        return m_calls;
-    }
+    [[nodiscard]] const QList<Call> &calls() const { return m_calls; }
     /// Requests that have been neither answered nor cancelled.
     [[nodiscard]] int openCount() const;
 

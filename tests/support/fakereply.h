@@ -20,10 +20,7 @@ public:
 
     void abort() override;
     [[nodiscard]] qint64 bytesAvailable() const override;
-    [[nodiscard]] bool isSequential() const override
-    {
-        return true;
-    }
+    [[nodiscard]] bool isSequential() const override { return true; }
 
 protected:
     qint64 readData(char *data, qint64 maximum) override;

@@ -16,13 +16,22 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimerEvent>
 
+#include <algorithm>
+
 namespace vo {
 
 namespace {
 
 Q_LOGGING_CATEGORY(lcRequest, "vorrel.request", QtInfoMsg)
 
-constexpr qint64 maximumSizeInMemory = 256 * 1024 * 1024;
+constexpr qint64 maximumSizeInMemory = qint64(256) * 1024 * 1024;
+
+// Read in pieces, so that a compressed answer is not unpacked as a whole before it is measured.
+constexpr qint64 pieceSize = qint64(1024) * 1024;
+
+// What a network access manager has per host; a change feed that it carries may hold one more.
+constexpr int connectionsPerHost = 6;
+constexpr int connectionsForRequests = connectionsPerHost - 1;
 
 const char *verb(QNetworkAccessManager::Operation operation)
 {
@@ -59,14 +68,18 @@ struct Request::Private
 
     void start();
     void watch();
+    void progress();
+    void checkTime();
+    [[nodiscard]] bool waitsForConnection() const;
     void readHeaders();
     bool readBody();
     bool keep(const QByteArray &data);
+    bool flushSink();
+    bool checkSink(bool isFine);
     void replyFinished();
     void end(const QString &reason);
     void deliver();
     void report() const;
-    [[nodiscard]] bool hasFailed() const;
 
     Request *const q;
     const QNetworkAccessManager::Operation operation;
@@ -86,6 +99,8 @@ struct Request::Private
     QString errorString;
     QBasicTimer timer;
     QElapsedTimer lastProgress;
+    bool hasProgressed = false;
+    bool isQueued = false;
 };
 
 void Request::Private::start()
@@ -103,29 +118,29 @@ void Request::Private::start()
     if (hasSink && (!sink || !sink->isWritable()))
         return end(QStringLiteral("The data sink is not open for writing"));
     reply = q->perform();
-    if (!reply) {
-        if (state == State::Waiting)
-            end(QStringLiteral("Nothing was sent"));
+    if (state != State::Waiting)
         return;
-    }
+    if (!reply)
+        return end(QStringLiteral("Nothing was sent"));
     watch();
 }
 
 void Request::Private::watch()
 {
     state = State::Running;
+    isQueued = waitsForConnection();
     lastProgress.start();
-    if (q->timeout() > 0)
-        timer.start(q->timeout(), q);
+    if (const int limit = q->timeout(); limit > 0)
+        timer.start(limit, q);
     connect(reply, &QNetworkReply::metaDataChanged, q, [this] { readHeaders(); });
     connect(reply, &QNetworkReply::readyRead, q, [this] { readBody(); });
     connect(reply, &QNetworkReply::finished, q, [this] { replyFinished(); });
     connect(reply, &QNetworkReply::downloadProgress, q, [this](qint64 bytes, qint64 total) {
-        lastProgress.restart();
+        progress();
         Q_EMIT q->downloadProgress(bytes, total);
     });
     connect(reply, &QNetworkReply::uploadProgress, q, [this](qint64 bytes, qint64 total) {
-        lastProgress.restart();
+        progress();
         Q_EMIT q->uploadProgress(bytes, total);
     });
     connect(reply, &QObject::destroyed, q,
@@ -135,17 +150,63 @@ void Request::Private::watch()
             q, [this] { replyFinished(); }, Qt::QueuedConnection);
 }
 
+void Request::Private::progress()
+{
+    hasProgressed = true;
+    lastProgress.restart();
+}
+
+void Request::Private::checkTime()
+{
+    const int limit = q->timeout();
+    if (limit <= 0)
+        return timer.stop();
+    if (isQueued && !hasProgressed && lastProgress.hasExpired(limit - 1)) {
+        // Nothing has been asked of the server yet. Its time begins when the way is free.
+        isQueued = waitsForConnection();
+        lastProgress.restart();
+    }
+    const qint64 left = limit - lastProgress.elapsed();
+    if (left > 0)
+        timer.start(int(left), q);
+    else
+        end(QStringLiteral("No progress for %1 ms").arg(limit));
+}
+
+// Whether enough older requests to the same server are open to occupy all its connections. The
+// replies of a manager are its children, in the order in which they were made.
+bool Request::Private::waitsForConnection() const
+{
+    if (!manager)
+        return false;
+    int older = 0;
+    for (const QObject *child : manager->children()) {
+        if (child == reply || older == connectionsForRequests)
+            break;
+        const auto *other = qobject_cast<const QNetworkReply *>(child);
+        if (other && other->isRunning() && other->url().authority() == reply->url().authority())
+            ++older;
+    }
+    return older == connectionsForRequests;
+}
+
 void Request::Private::readHeaders()
 {
-    lastProgress.restart();
+    progress();
     status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 bool Request::Private::readBody()
 {
-    lastProgress.restart();
-    const QByteArray data = reply->readAll();
-    return data.isEmpty() || keep(data);
+    progress();
+    while (const qint64 available = std::min(reply->bytesAvailable(), pieceSize)) {
+        const QByteArray data = reply->read(available);
+        if (data.isEmpty())
+            break;
+        if (!keep(data))
+            return false;
+    }
+    return true;
 }
 
 bool Request::Private::keep(const QByteArray &data)
@@ -160,11 +221,23 @@ bool Request::Private::keep(const QByteArray &data)
         body.append(data);
         return true;
     }
-    if (sink && sink->write(data) == data.size())
-        return true;
-    end(QStringLiteral("Writing to the data sink failed: %1")
-            .arg(sink ? sink->errorString() : QStringLiteral("it was destroyed")));
-    return false;
+    return checkSink(sink && sink->write(data) == data.size());
+}
+
+// What a full disk refuses may stand in the buffer of the file until now.
+bool Request::Private::flushSink()
+{
+    auto *file = qobject_cast<QFileDevice *>(sink.data());
+    return checkSink(!hasSink || (file ? file->flush() : !sink.isNull()));
+}
+
+bool Request::Private::checkSink(bool isFine)
+{
+    if (!isFine) {
+        end(QStringLiteral("Writing to the data sink failed: %1")
+                .arg(sink ? sink->errorString() : QStringLiteral("it was destroyed")));
+    }
+    return isFine;
 }
 
 void Request::Private::replyFinished()
@@ -172,21 +245,17 @@ void Request::Private::replyFinished()
     if (state != State::Running)
         return;
     readHeaders();
-    if (!readBody())
+    if (!readBody() || !flushSink())
         return;
-    // What a full disk refuses may still stand in the buffer of the file.
-    if (auto *file = qobject_cast<QFileDevice *>(sink.data()); file && !file->flush())
-        return end(QStringLiteral("Writing to the data sink failed: %1").arg(file->errorString()));
     timer.stop();
     reply->disconnect(q);
     state = State::Ended;
     error = reply->error();
-    if (status != 0 && status / 100 != 2) {
-        const QVariant phrase = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute);
-        errorString = QStringLiteral("HTTP status %1 %2").arg(status).arg(phrase.toString());
-    } else if (error != QNetworkReply::NoError) {
+    // The texts of the reply for a status hold the URL and what the server likes to say.
+    if (status != 0 && status / 100 != 2)
+        errorString = QStringLiteral("HTTP status %1").arg(status);
+    else if (error != QNetworkReply::NoError)
         errorString = reply->errorString();
-    }
     deliver();
 }
 
@@ -327,13 +396,10 @@ int Request::timeout() const
 
 void Request::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() != d->timer.timerId())
-        return QObject::timerEvent(event);
-    const qint64 left = timeout() - d->lastProgress.elapsed();
-    if (timeout() > 0 && left <= 0)
-        fail(QStringLiteral("Nothing came for %1 ms").arg(timeout()));
+    if (event->timerId() == d->timer.timerId())
+        d->checkTime();
     else
-        d->timer.start(int(left), this);
+        QObject::timerEvent(event);
 }
 
 const QNetworkRequest &Request::networkRequest() const

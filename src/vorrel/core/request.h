@@ -18,7 +18,7 @@
 
 QT_BEGIN_NAMESPACE
 class QIODevice;
-class QJsonParseError;
+struct QJsonParseError;
 QT_END_NAMESPACE
 
 namespace vo {

@@ -22,8 +22,7 @@ public:
 private:
     explicit Version(const QString &text)
         : m_text(text)
-    {
-    }
+    { }
 
     QString m_text;
 };
