@@ -192,8 +192,14 @@ void Context::removeDocument(LinkedDocument *document)
 // Runs in a turn of its own.
 void Context::Private::removeDocument(LinkedDocument *document)
 {
-    document->updateDependencies();
-    DocumentNode *node = documentNode(document->id());
+    const QPointer<Context> self(q);
+    const QPointer<LinkedDocument> guard(document);
+    // Where access or a veto kept the document from being deleted, it is still referred to.
+    document->releaseReferrers();
+    if (self && guard) {
+        document->updateDependencies();
+    }
+    DocumentNode *node = self && guard ? documentNode(document->id()) : nullptr;
     // A new document may have taken over the id in the meantime.
     if (node && node->document() == document) {
         destroyNode(takeNode(node));

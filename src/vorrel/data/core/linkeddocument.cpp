@@ -275,6 +275,28 @@ void LinkedDocument::purgeReferences()
     }
 }
 
+void LinkedDocument::releaseReferrers()
+{
+    const QList<Document *> now = referencingDocuments();
+    const QList<QPointer<Document>> referencing(now.begin(), now.end());
+    for (const QPointer<Document> &document : referencing) {
+        const Document *owner = document ? document->linkSource() : nullptr;
+        if (const auto *linked = qobject_cast<const LinkedDocument *>(owner)) {
+            const_cast<LinkedDocument *>(linked)->overrideAccessLevel();
+        }
+    }
+    const QPointer<LinkedDocument> self(this);
+    purgeReferences();
+    while (self && !d->deleteHandlers.isEmpty()) {
+        d->deleteHandlers.takeFirst()->removeDocument(this);
+    }
+    for (const QPointer<Document> &document : referencing) {
+        if (auto *linked = qobject_cast<LinkedDocument *>(document.data())) {
+            linked->scheduleAccessLevelUpdate(); // the override ends
+        }
+    }
+}
+
 // A deleted document points at nothing, and nothing points at it.
 void LinkedDocument::clearLinks()
 {

@@ -119,6 +119,9 @@ public:
     /// Brings the edges of this document in the graph in line with what it points at.
     void updateDependencies();
 
+    /// Makes everything that points here let go, whatever access it has: this document goes.
+    void releaseReferrers();
+
     /// Hands the pending change report to the Context.
     void deliverDocumentChange();
 

@@ -70,11 +70,12 @@ public:
     /// The class registered under \p type, or null.
     [[nodiscard]] const QMetaObject *documentType(const QString &type) const;
 
+    void addLinked(const QMetaObject &metaObject, LinkedCreator creator);
+    void addInline(const QMetaObject &metaObject, InlineCreator creator);
+
 private:
     TypeRegistry() = default;
 
-    void addLinked(const QMetaObject &metaObject, LinkedCreator creator);
-    void addInline(const QMetaObject &metaObject, InlineCreator creator);
     bool addType(const QString &type, const QMetaObject &metaObject);
     void setFallback(const QMetaObject &metaObject, FallbackCreator creator);
 
