@@ -21,7 +21,7 @@ struct ReferenceType;
 ///
 /// Keys of a stored document that no property of its class names are dropped when it is saved
 /// again; the place for content of an application's own is the free-form data.
-class VORREL_DATACORE_EXPORT LinkedDocument : public Document
+class VORREL_DATACORE_EXPORT LinkedDocument : public vo::data::Document
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(LinkedDocument)
