@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: MIT
 import QtQml 2.15
 import vorrel.data.Core 1.0
-import Cookbook 1.0
 
 QtObject {
     property Context context: Context {}
-    property Recipe soup: context.createDocumentWithId("recipe", "soup")
+    property var soup: context.createDocumentWithId("recipe", "soup")
     // Follows the edits below, so their signals arrive.
     readonly property string shown: soup.title + " for " + soup.servings + ": "
         + Array.from(soup.ingredients, item => item.grams + " g " + item.name).join(", ")
