@@ -14,8 +14,7 @@ struct Ingredient::Private
 Ingredient::Ingredient(vo::data::Document *parent)
     : InlineDocument(parent)
     , d(new Private { this })
-{
-}
+{ }
 
 Ingredient::~Ingredient() = default;
 

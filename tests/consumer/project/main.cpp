@@ -82,10 +82,12 @@ void storedDataIsRead()
 {
     Context context;
     const QJsonObject json = QJsonDocument::fromJson(bread).object();
-    context.addDocumentNode("winter", { { QStringLiteral("_id"), QStringLiteral("winter") },
-                                        { QStringLiteral("type"), QStringLiteral("tag") } });
-    context.addDocumentNode("dough", { { QStringLiteral("_id"), QStringLiteral("dough") },
-                                       { QStringLiteral("type"), QStringLiteral("recipe") } });
+    context.addDocumentNode("winter",
+                            { { QStringLiteral("_id"), QStringLiteral("winter") },
+                              { QStringLiteral("type"), QStringLiteral("tag") } });
+    context.addDocumentNode("dough",
+                            { { QStringLiteral("_id"), QStringLiteral("dough") },
+                              { QStringLiteral("type"), QStringLiteral("recipe") } });
     context.addDocumentNode("bread", json);
     auto *recipe = qobject_cast<Recipe *>(context.loadedDocument(QStringLiteral("bread")));
     if (!recipe) {

@@ -20,8 +20,7 @@ struct Recipe::Private
 Recipe::Recipe(vo::data::Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Recipe::~Recipe() = default;
 

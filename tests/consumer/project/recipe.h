@@ -17,8 +17,8 @@ class COOKBOOK_EXPORT Recipe : public vo::data::LinkedDocument
     VO_PROPERTY(Recipe *, basedOn, setBasedOn)
     VO_PROPERTY(vo::data::Tag *, season, setSeason)
     VO_READONLY_PROPERTY(int, timesCooked)
-    Q_PROPERTY(QQmlListProperty<Ingredient> ingredients READ ingredientList NOTIFY
-                   ingredientsChanged)
+    Q_PROPERTY(
+        QQmlListProperty<Ingredient> ingredients READ ingredientList NOTIFY ingredientsChanged)
 
 public:
     explicit Recipe(vo::data::Context *context);
