@@ -49,7 +49,7 @@ TestCase {
         const window = createTemporaryObject(catalog, testCase)
         tryVerify(() => Catalog.Session.current !== null)
         const list = findItem(window.contentItem, item => item.shown !== undefined)
-        compare(list.shown.length, 61)
+        compare(list.shown.length, 91)
         for (const document of list.shown) {
             Catalog.Session.current = document
             tryVerify(() => itemWithText(window, document.documentId))
@@ -61,7 +61,8 @@ TestCase {
         tryVerify(() => Catalog.Session.current !== null)
         verify(!itemWithText(window, "Unsaved changes"))
 
-        const row = findItem(window.contentItem, item => item.text === "Back home" && item.current)
+        const row = findItem(window.contentItem,
+                             item => item.text === "Autumn window" && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
         mouseClick(label)
         label.selectAll()
