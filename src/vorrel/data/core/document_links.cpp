@@ -148,6 +148,9 @@ bool Document::isComplete() const
         bool complete = true;
         forEachDocumentProperty(document->d->properties, [&](const DocumentPropertyBase &property) {
             complete = complete && property.isComplete();
+            if (!complete) {
+                return; // asking on would build what is missing
+            }
             for (const Document *target : property.referencedDocuments()) {
                 if (!target->d->complete && !seen.contains(target)) {
                     seen.insert(target);

@@ -3,6 +3,7 @@
 #include <vorrel/data/core/inlinedocument.h>
 
 #include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/core/documentcreatechange.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/typeregistry_p.h>
@@ -22,10 +23,10 @@ InlineDocument::InlineDocument(Document *parent)
 
 InlineDocument::~InlineDocument()
 {
+    if (m_owner) {
+        m_owner->inlineDocumentDestroyed(this);
+    }
     if (!documentStore(m_context).isClosing()) {
-        if (m_owner) {
-            m_owner->inlineDocumentDestroyed(this);
-        }
         leaveAttachments();
     }
 }
@@ -38,6 +39,8 @@ InlineDocument *InlineDocument::create(const QJsonObject &json, Document *parent
     const QPointer<InlineDocument> document(
         TypeRegistry::instance().createInline(type, parent));
     if (!document) {
+        qCWarning(lcData, "Document %s holds an inline document of the unknown type \"%s\"",
+                  parent->id().constData(), qPrintable(type));
         return nullptr;
     }
     document->lock();
@@ -117,6 +120,9 @@ void InlineDocument::setOwner(DocumentPropertyBase *owner)
         former->ownerDocument()->detachDocument(this);
     }
     if (self && m_owner && m_owner == owner) {
+        if (parent() != owner->ownerDocument()) {
+            setParent(owner->ownerDocument());
+        }
         owner->ownerDocument()->attachDocument(this);
     }
     if (self && wasDeleted != deleted()) {
@@ -126,9 +132,19 @@ void InlineDocument::setOwner(DocumentPropertyBase *owner)
 
 void InlineDocument::deleteIfUnheld()
 {
-    if (!m_owner && m_holds == 0) {
-        deleteLater();
+    if (m_owner || m_holds > 0) {
+        return;
     }
+    // Looked at again when the turn comes: whoever took it out of one property may have put it
+    // into another.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (!m_owner && m_holds == 0) {
+                delete this;
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 bool InlineDocument::deleted() const

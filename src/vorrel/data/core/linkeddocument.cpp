@@ -279,21 +279,33 @@ void LinkedDocument::releaseReferrers()
 {
     const QList<Document *> now = referencingDocuments();
     const QList<QPointer<Document>> referencing(now.begin(), now.end());
+    QList<QPointer<LinkedDocument>> owners;
     for (const QPointer<Document> &document : referencing) {
         const Document *owner = document ? document->linkSource() : nullptr;
         if (const auto *linked = qobject_cast<const LinkedDocument *>(owner)) {
-            const_cast<LinkedDocument *>(linked)->overrideAccessLevel();
+            owners.append(const_cast<LinkedDocument *>(linked));
+            owners.constLast()->overrideAccessLevel();
         }
     }
     const QPointer<LinkedDocument> self(this);
     purgeReferences();
-    while (self && !d->deleteHandlers.isEmpty()) {
-        d->deleteHandlers.takeFirst()->removeDocument(this);
+    if (self) {
+        callDeleteHandlers();
     }
-    for (const QPointer<Document> &document : referencing) {
-        if (auto *linked = qobject_cast<LinkedDocument *>(document.data())) {
-            linked->scheduleAccessLevelUpdate(); // the override ends
+    for (const QPointer<LinkedDocument> &owner : std::as_const(owners)) {
+        if (owner) {
+            owner->scheduleAccessLevelUpdate(); // the override ends
         }
+    }
+}
+
+// Each handler once: a slot that points at this document again must not keep this going.
+void LinkedDocument::callDeleteHandlers()
+{
+    const QPointer<LinkedDocument> self(this);
+    for (auto count = d->deleteHandlers.size(); self && count > 0 && !d->deleteHandlers.isEmpty();
+         --count) {
+        d->deleteHandlers.takeFirst()->removeDocument(this);
     }
 }
 
@@ -311,8 +323,8 @@ void LinkedDocument::clearLinks()
         }
     }
     clearStructReferences();
-    while (self && !d->deleteHandlers.isEmpty()) {
-        d->deleteHandlers.takeFirst()->removeDocument(this);
+    if (self) {
+        callDeleteHandlers();
     }
 }
 
@@ -321,8 +333,9 @@ void LinkedDocument::clearLinks()
 void LinkedDocument::attachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::attachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->attachDocument(document);
     }
 }
@@ -330,8 +343,9 @@ void LinkedDocument::attachDocument(Document *document)
 void LinkedDocument::detachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::detachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->detachDocument(document);
     }
 }
@@ -358,26 +372,36 @@ void LinkedDocument::updateDependencies()
     QSet<const LinkedDocument *> wanted;
     Document::aggregateDependencies(wanted);
     if (accessLevel() >= ReadAccess) {
-        const QList<QObject *> references = this->references(0);
-        for (const QObject *reference : references) {
-            wanted.insert(static_cast<const LinkedDocument *>(reference));
-        }
+        const QList<LinkedDocument *> references = builtReferences();
+        wanted.unite(QSet<const LinkedDocument *>(references.begin(), references.end()));
     }
     DocumentNode *own = d->store.documentNode(id());
     if (!own || own->document() != this) {
         return;
     }
-    const QList<DocumentEdge *> edges = own->outgoing();
-    for (const DocumentEdge *edge : edges) {
+    QList<QByteArray> obsolete;
+    for (const DocumentEdge *edge : own->outgoing()) {
         if (!wanted.remove(edge->target->document())) {
-            d->store.unlinkDocuments(own, edge->target);
+            obsolete.append(edge->target->id());
         }
     }
+    QList<QByteArray> missing;
     for (const LinkedDocument *document : std::as_const(wanted)) {
-        if (DocumentNode *target = d->store.documentNode(document->id())) {
-            d->store.linkDocuments(own, target);
-        }
+        missing.append(document->id());
     }
+    const QPointer<LinkedDocument> self(this);
+    const auto changeEdges = [&](const QList<QByteArray> &targets, auto operation) {
+        for (const QByteArray &targetId : targets) {
+            // Looked up each time: a slot may have destroyed nodes, or this document.
+            DocumentNode *node = self ? d->store.documentNode(id()) : nullptr;
+            DocumentNode *target = node ? d->store.documentNode(targetId) : nullptr;
+            if (target) {
+                (d->store.*operation)(node, target);
+            }
+        }
+    };
+    changeEdges(obsolete, &DocumentStore::unlinkDocuments);
+    changeEdges(missing, &DocumentStore::linkDocuments);
 }
 
 QByteArray LinkedDocument::subtreeRevision() const

@@ -165,7 +165,7 @@ public:
     [[nodiscard]] bool hasReference(const QObject *object) const;
     [[nodiscard]] bool hasReference(const QByteArray &id, int type) const;
 
-    /// The objects of a kind that fields refer to, once each, as far as they have been built.
+    /// The objects of a kind that fields refer to, once each, built now if they were not yet.
     [[nodiscard]] QList<QObject *> references(int type) const;
 
     /// Count a reference that stands elsewhere than in a field. No edit of the data.
@@ -201,9 +201,11 @@ private:
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();
     void updateAccessOfTargets();
+    [[nodiscard]] QList<LinkedDocument *> builtReferences() const;
     void readAccessChanged();
     void purgeReferences();
     void clearLinks();
+    void callDeleteHandlers();
     void clearStructReferences();
     [[nodiscard]] bool acceptsReference(const QJsonValue &value);
     void countReference(const QString &text);

@@ -119,22 +119,41 @@ bool LinkedDocument::hasReference(const QByteArray &id, int type) const
 
 QList<QObject *> LinkedDocument::references(int type) const
 {
+    const ReferenceType *kind = referenceType(type);
     QList<QObject *> objects;
-    for (auto it = d->linkedReferences.begin(); type == 0 && it != d->linkedReferences.end();
-         ++it) {
-        if (it.value() && !it.value()->deleted()) {
-            objects.append(it.value());
+    const QPointer<const LinkedDocument> self(this);
+    // A copy, since building a document may change anything.
+    const QStringList texts = kind ? d->referenceCounts.keys() : QStringList();
+    for (const QString &text : texts) {
+        const auto [id, number] = referenceData(text);
+        QObject *object = self && number == type ? kind->resolve(this, id) : nullptr;
+        if (object && !objects.contains(object)) {
+            objects.append(object);
         }
     }
     return objects;
+}
+
+QList<LinkedDocument *> LinkedDocument::builtReferences() const
+{
+    QList<LinkedDocument *> documents;
+    for (auto it = d->referenceCounts.keyBegin(); it != d->referenceCounts.keyEnd(); ++it) {
+        const auto [id, number] = referenceData(*it);
+        const DocumentNode *node = number == 0 ? d->store.documentNode(id) : nullptr;
+        if (node && node->isInstantiated()) {
+            documents.append(node->document());
+        }
+    }
+    return documents;
 }
 
 void LinkedDocument::purgeReference(const QObject *object)
 {
     const QPointer<LinkedDocument> self(this);
     const QString text = encodeReference(object);
-    forEachStructField(d->data, [&](const QString &key, const QString &field,
-                                    const QJsonValue &value) {
+    const QJsonObject data = d->data; // which changes below
+    forEachStructField(data, [&](const QString &key, const QString &field,
+                                 const QJsonValue &value) {
         if (self && value.toString() == text) {
             setStructValue(key, field, QJsonValue::Null);
         }
@@ -145,10 +164,15 @@ void LinkedDocument::purgeReference(const QObject *object)
 
 void LinkedDocument::attachReference(const QByteArray &id, LinkedDocument *target)
 {
-    QPointer<LinkedDocument> &link = d->linkedReferences[id];
-    if (link != target) {
-        link = target;
-        attachDocument(target);
+    const QPointer<LinkedDocument> self(this);
+    const QPointer<LinkedDocument> former
+        = std::exchange(d->linkedReferences[id], QPointer<LinkedDocument>(target));
+    if (former == target) {
+        return;
+    }
+    attachDocument(target);
+    if (self && former) {
+        detachDocument(former); // another document has taken over its id
     }
 }
 

@@ -95,9 +95,10 @@ void LinkedDocument::writeStructValue(const QString &key, const QString &field,
     }
     d->data.insert(structKey(key), fields);
     const QPointer<LinkedDocument> self(this);
-    uncountReference(old);
+    // In this order the counts stay right if a slot writes the same field.
+    countReference(value.toString());
     if (self) {
-        countReference(value.toString());
+        uncountReference(old);
     }
     if (self) {
         Q_EMIT structValueChanged(key, field);

@@ -30,6 +30,16 @@ bool DocumentPropertyBase::acceptsContext(const Document *document) const
     return true;
 }
 
+bool DocumentPropertyBase::liesWithin(const InlineDocument *document) const
+{
+    for (const QObject *around = d_(); around; around = around->parent()) {
+        if (around == document) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void DocumentPropertyBase::applyEdit(std::function<bool(bool)> assign)
 {
     // The function runs only while the document lives, and with it this property.

@@ -67,6 +67,9 @@ protected:
     /// Leaves \p target without touching this property's own document: for destructors.
     void abandon(Document *target);
 
+    /// Whether this property lies inside \p document, which then cannot come to lie in it.
+    [[nodiscard]] bool liesWithin(const InlineDocument *document) const;
+
     /// Whether \p document may be set here: logs the warning above if not.
     [[nodiscard]] bool acceptsContext(const Document *document) const;
     [[nodiscard]] DocumentStore &store() const;

@@ -73,7 +73,7 @@ void InlineDocumentListPropertyBase::makeNext()
 
 void InlineDocumentListPropertyBase::commit()
 {
-    const Elements made = m_loader->made;
+    const QList<QPointer<InlineDocument>> made(m_loader->made.cbegin(), m_loader->made.cend());
     m_loader.reset();
     if (replace(made)) {
         notify();
@@ -90,35 +90,43 @@ void InlineDocumentListPropertyBase::dropLoader()
     }
 }
 
-void InlineDocumentListPropertyBase::finishLoading() const
+// False when a slot destroyed the document.
+bool InlineDocumentListPropertyBase::finishLoading() const
 {
     auto *self = const_cast<InlineDocumentListPropertyBase *>(this);
     const QPointer<Document> guard(d_());
     while (guard && m_loader) {
         self->makeNext();
     }
+    return !guard.isNull();
 }
 
-const InlineDocumentListPropertyBase::Elements &InlineDocumentListPropertyBase::elements() const
+InlineDocumentListPropertyBase::Elements InlineDocumentListPropertyBase::elements() const
 {
-    finishLoading();
-    return m_elements;
+    return finishLoading() ? m_elements : Elements();
 }
 
 // False when a slot destroyed the document.
-bool InlineDocumentListPropertyBase::replace(const Elements &elements)
+bool InlineDocumentListPropertyBase::replace(const QList<QPointer<InlineDocument>> &elements)
 {
+    // Whatever this property owns stands in the list at any time: slots may destroy elements, or
+    // the document with this property.
     const QPointer<Document> guard(d_());
-    const Elements former = std::exchange(m_elements, elements);
-    for (InlineDocument *element : former) {
+    for (auto count = m_elements.size(); count > 0 && !m_elements.isEmpty(); --count) {
+        const QPointer<InlineDocument> element(m_elements.takeLast());
         release(element);
+        if (element) {
+            discard(element);
+        }
         if (!guard) {
             return false;
         }
-        discard(element);
     }
-    for (InlineDocument *element : elements) {
-        adopt(element);
+    for (const QPointer<InlineDocument> &element : elements) {
+        if (element && !element->ownerDocument()) {
+            m_elements.append(element);
+            adopt(element);
+        }
         if (!guard) {
             return false;
         }
@@ -140,8 +148,12 @@ QJsonValue InlineDocumentListPropertyBase::toJson() const
 
 void InlineDocumentListPropertyBase::aggregateReferences(QSet<QString> &ids) const
 {
-    for (const InlineDocument *element : elements()) {
-        element->aggregateReferences(ids);
+    const Elements all = elements();
+    const QList<QPointer<InlineDocument>> guarded(all.cbegin(), all.cend());
+    for (const QPointer<InlineDocument> &element : guarded) {
+        if (element) {
+            element->aggregateReferences(ids);
+        }
     }
 }
 
@@ -159,7 +171,7 @@ Document *InlineDocumentListPropertyBase::at(int index) const
 
 int InlineDocumentListPropertyBase::indexOf(Document *document) const
 {
-    const Elements &all = elements();
+    const Elements all = elements();
     const auto found = std::find(all.begin(), all.end(), document);
     return found == all.end() ? -1 : int(found - all.begin());
 }
@@ -172,7 +184,8 @@ bool InlineDocumentListPropertyBase::isComplete() const
 QList<Document *> InlineDocumentListPropertyBase::referencedDocuments() const
 {
     QList<Document *> documents;
-    for (InlineDocument *element : m_elements) {
+    const Elements all = elements();
+    for (InlineDocument *element : all) {
         documents.append(element);
     }
     return documents;
@@ -184,7 +197,7 @@ bool InlineDocumentListPropertyBase::insert(Document *document, int index)
 {
     auto *element = qobject_cast<InlineDocument *>(document);
     if (!canWrite() || !element || !accepts(element) || !acceptsContext(element)
-        || d_()->performCycleCheck(element)) {
+        || liesWithin(element) || d_()->performCycleCheck(element) || !finishLoading()) {
         return false;
     }
     const int present = indexOf(element);
@@ -203,8 +216,8 @@ bool InlineDocumentListPropertyBase::insert(Document *document, int index)
 
 bool InlineDocumentListPropertyBase::remove(Document *document)
 {
-    const int place = indexOf(document);
-    if (!canWrite() || place < 0) {
+    const int place = finishLoading() ? indexOf(document) : -1;
+    if (place < 0 || !canWrite()) {
         return false;
     }
     applyEdit([this, hold = InlineDocumentHold(m_elements.at(place)), place](bool forward) {
@@ -215,6 +228,9 @@ bool InlineDocumentListPropertyBase::remove(Document *document)
 
 bool InlineDocumentListPropertyBase::move(int from, int to)
 {
+    if (!finishLoading()) {
+        return false;
+    }
     const int size = count();
     const auto inRange = [size](int index) { return index >= 0 && index < size; };
     if (!canWrite() || from == to || !inRange(from) || !inRange(to)) {
@@ -228,7 +244,7 @@ bool InlineDocumentListPropertyBase::move(int from, int to)
 
 void InlineDocumentListPropertyBase::clear()
 {
-    if (!canWrite() || count() == 0) {
+    if (!finishLoading() || !canWrite() || m_elements.isEmpty()) {
         return;
     }
     std::vector<InlineDocumentHold> holds;
@@ -236,7 +252,7 @@ void InlineDocumentListPropertyBase::clear()
         holds.emplace_back(element);
     }
     applyEdit([this, holds](bool forward) {
-        Elements restored;
+        QList<QPointer<InlineDocument>> restored;
         for (const InlineDocumentHold &hold : holds) {
             if (!forward && hold.document()) {
                 restored.append(hold.document());
@@ -253,9 +269,9 @@ void InlineDocumentListPropertyBase::copy(PropertyBase *source)
     const QPointer<Document> guard(d_());
     clear();
     for (InlineDocument *original : originals) {
-        InlineDocument *element = guard ? original->copy(d_()) : nullptr;
-        if (element && guard) {
-            insert(element, -1);
+        InlineDocument *element = guard && canWrite() ? original->copy(d_()) : nullptr;
+        if (element && guard && !insert(element, -1)) {
+            discard(element);
         }
     }
 }
@@ -269,7 +285,7 @@ void InlineDocumentListPropertyBase::removeDocument(Document *document)
 
 bool InlineDocumentListPropertyBase::insertAt(InlineDocument *document, int index)
 {
-    if (!document || indexOf(document) >= 0) {
+    if (!document || document->ownerDocument()) {
         return false;
     }
     const QPointer<Document> guard(d_());

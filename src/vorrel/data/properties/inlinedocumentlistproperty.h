@@ -40,8 +40,8 @@ public:
 protected:
     using Elements = QList<InlineDocument *>;
 
-    /// All elements, made now if they were not yet.
-    [[nodiscard]] const Elements &elements() const;
+    /// All elements, made now if they were not yet. None if a slot destroyed the document.
+    [[nodiscard]] Elements elements() const;
     [[nodiscard]] virtual bool accepts(const InlineDocument *document) const = 0;
 
 private:
@@ -53,11 +53,11 @@ private:
     };
 
     void inlineDocumentDestroyed(InlineDocument *document) override;
-    void finishLoading() const;
+    [[nodiscard]] bool finishLoading() const;
     void makeNext();
     void commit();
     void dropLoader();
-    bool replace(const Elements &elements);
+    bool replace(const QList<QPointer<InlineDocument>> &elements);
     bool insertAt(InlineDocument *document, int index);
     bool removeElement(InlineDocument *document);
     bool moveElement(int from, int to);
@@ -79,7 +79,8 @@ public:
     {
         QList<T *> list;
         if (canRead()) {
-            for (InlineDocument *element : elements()) {
+            const Elements all = elements();
+            for (InlineDocument *element : all) {
                 list.append(static_cast<T *>(element));
             }
         }

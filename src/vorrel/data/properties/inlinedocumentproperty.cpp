@@ -23,11 +23,13 @@ void InlineDocumentPropertyBase::fromJson(const QJsonValue &json)
     const QPointer<Document> guard(d_());
     const QPointer<InlineDocument> former(m_current);
     const QPointer<InlineDocument> document(updateInlineDocument(m_current, json.toObject()));
-    if (guard && (!document || accepts(document))) {
-        assign(document);
+    if (guard) {
+        assign(document && accepts(document) ? document.data() : nullptr);
     }
-    if (former && former != document) {
-        discard(former);
+    for (const QPointer<InlineDocument> &left : { former, document }) {
+        if (left) {
+            discard(left); // unless the property holds it
+        }
     }
 }
 
@@ -83,7 +85,9 @@ std::unique_ptr<Change> InlineDocumentPropertyBase::makeChange(InlineDocument *f
 bool InlineDocumentPropertyBase::setHeld(InlineDocument *document)
 {
     if (!canWrite() || document == m_current || !acceptsContext(document)
-        || (document && (document->ownerDocument() || d_()->performCycleCheck(document)))) {
+        || (document
+            && (document->ownerDocument() || liesWithin(document)
+                || d_()->performCycleCheck(document)))) {
         return false;
     }
     apply(makeChange(m_current, document));
@@ -93,7 +97,7 @@ bool InlineDocumentPropertyBase::setHeld(InlineDocument *document)
 void InlineDocumentPropertyBase::copy(PropertyBase *source)
 {
     const auto *other = static_cast<InlineDocumentPropertyBase *>(source);
-    InlineDocument *original = other->canRead() ? other->held() : nullptr;
+    InlineDocument *original = other->canRead() && canWrite() ? other->held() : nullptr;
     setHeld(original ? original->copy(d_()) : nullptr);
 }
 

@@ -43,6 +43,9 @@ bool LangStringChange::isValid() const
 void LangStringChange::assign(const InlineDocumentHold &hold)
 {
     const QPointer<Document> guard(document());
+    if (guard && &hold == &m_present && !hold.document()) {
+        m_property->m_fetchedId.clear(); // it is gone for good
+    }
     if (guard && m_property->assign(hold.document()) && guard) {
         guard->markDirty();
     }
@@ -172,6 +175,7 @@ void LangStringProperty::fetch(const QString &id)
         const QPointer<Document> guard(d_());
         InlineDocumentPropertyBase::fromJson(request->responseObject(nullptr));
         if (guard && langString()) {
+            m_fetchedId.clear();
             guard->markDirty();
         }
     });

@@ -5,6 +5,8 @@
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
 
+#include <algorithm>
+
 namespace vo::data {
 
 LinkedDocumentMapPropertyBase::LinkedDocumentMapPropertyBase(const char *name, Document *document)
@@ -133,7 +135,8 @@ bool LinkedDocumentMapPropertyBase::isComplete() const
 QList<Document *> LinkedDocumentMapPropertyBase::referencedDocuments() const
 {
     QList<Document *> documents;
-    for (const QPointer<LinkedDocument> &target : m_targets) {
+    const Targets all = targets();
+    for (const QPointer<LinkedDocument> &target : all) {
         if (target) {
             documents.append(target);
         }
@@ -146,7 +149,11 @@ QList<Document *> LinkedDocumentMapPropertyBase::referencedDocuments() const
 bool LinkedDocumentMapPropertyBase::edit(const Targets &targets)
 {
     applyEdit([this, targets, old = m_targets](bool forward) {
-        return assign(forward ? targets : old);
+        Targets wanted = forward ? targets : old;
+        for (auto it = wanted.begin(); it != wanted.end();) {
+            it = it.value() ? std::next(it) : wanted.erase(it); // it has gone meanwhile
+        }
+        return assign(wanted);
     });
     return true;
 }
@@ -168,9 +175,9 @@ bool LinkedDocumentMapPropertyBase::insert(const QString &key, Document *documen
     if (changed.value(key) == target) {
         return false;
     }
-    const QString present = changed.key(target);
-    if (!present.isNull()) {
-        return rename(present, key);
+    const auto present = std::find(changed.cbegin(), changed.cend(), target);
+    if (present != changed.cend()) {
+        return rename(present.key(), key);
     }
     changed.insert(key, target);
     return edit(changed);

@@ -71,7 +71,9 @@ public:
         if (canRead()) {
             const Targets &all = targets();
             for (auto it = all.begin(); it != all.end(); ++it) {
-                map.insert(it.key(), static_cast<T *>(it.value().data()));
+                if (it.value()) {
+                    map.insert(it.key(), static_cast<T *>(it.value().data()));
+                }
             }
         }
         return map;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/properties/linkeddocumentproperty.h>
 
+#include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
 
@@ -25,7 +26,8 @@ int LinkedDocumentPropertyBase::type() const
 void LinkedDocumentPropertyBase::fromJson(const QJsonValue &json)
 {
     m_pendingId.clear();
-    const QByteArray id = json.toString().toLatin1();
+    const QString text = json.toString();
+    const QByteArray id = isStorableId(text) ? text.toLatin1() : QByteArray();
     const DocumentNode *node = id.isEmpty() ? nullptr : store().documentNode(id);
     if (node && !node->isInstantiated()) {
         m_pendingId = id;
@@ -64,12 +66,16 @@ LinkedDocument *LinkedDocumentPropertyBase::target() const
     return m_current;
 }
 
+LinkedDocument *LinkedDocumentPropertyBase::orFallback(LinkedDocument *target) const
+{
+    const bool mayFallBack = d_()->isLocked() || !d_()->deleted();
+    return target || !mayFallBack ? target : m_fallback.data();
+}
+
 // Data and edits alike end here. False when nothing changed, or when a slot destroyed the document.
 bool LinkedDocumentPropertyBase::assign(LinkedDocument *target)
 {
-    if (!target && m_fallback && (d_()->isLocked() || !d_()->deleted())) {
-        target = m_fallback;
-    }
+    target = orFallback(target);
     if (target == m_current) {
         return false;
     }
@@ -92,7 +98,7 @@ bool LinkedDocumentPropertyBase::setTarget(LinkedDocument *target)
     const QPointer<Document> guard(d_());
     const QPointer<LinkedDocument> wanted(target);
     resolve();
-    if (!guard || wanted != target || target == m_current) {
+    if (!guard || wanted != target || orFallback(target) == m_current) {
         return false;
     }
     applyEdit([this, wanted, old = m_current](bool forward) {
@@ -104,8 +110,8 @@ bool LinkedDocumentPropertyBase::setTarget(LinkedDocument *target)
 
 void LinkedDocumentPropertyBase::setFallbackTarget(LinkedDocument *fallback)
 {
-    m_fallback = fallback;
-    if (!m_current) {
+    const QPointer<LinkedDocument> former = std::exchange(m_fallback, fallback);
+    if (m_current == former) {
         assign(nullptr);
     }
 }
@@ -150,7 +156,8 @@ bool LinkedDocumentPropertyBase::isComplete() const
 
 QList<Document *> LinkedDocumentPropertyBase::referencedDocuments() const
 {
-    return m_current ? QList<Document *> { m_current } : QList<Document *>();
+    LinkedDocument *document = target();
+    return document ? QList<Document *> { document } : QList<Document *>();
 }
 
 void LinkedDocumentPropertyBase::removeDocument(Document *document)

@@ -38,6 +38,7 @@ protected:
 
 private:
     void resolve();
+    [[nodiscard]] LinkedDocument *orFallback(LinkedDocument *target) const;
     bool assign(LinkedDocument *target);
     [[nodiscard]] QString storedId() const;
 
