@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/properties/linkeddocumentmapproperty.h>
 
+#include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
 
@@ -29,7 +30,8 @@ void LinkedDocumentMapPropertyBase::fromJson(const QJsonValue &json)
     m_built.clear();
     const QJsonObject object = json.toObject();
     for (auto it = object.begin(); it != object.end(); ++it) {
-        m_pendingIds.insert(it.key(), it.value().toString().toLatin1());
+        const QString id = it.value().toString();
+        m_pendingIds.insert(it.key(), isStorableId(id) ? id.toLatin1() : QByteArray());
     }
     if (m_pendingIds.isEmpty()) {
         assign({});
