@@ -11,9 +11,15 @@ const docs = readdirSync(folder)
   .filter((name) => name.endsWith('.json'))
   .flatMap((name) => JSON.parse(readFileSync(new URL(name, folder), 'utf8')));
 const ids = docs.map((doc) => doc._id);
+const LINKS = ['location', 'parentGroup', 'productGroup', 'tagGroup'];
 const REFERENCE = /^\$ref\(0,([\w.-]+)\)$/;
 
-/** Ids of all references in the structs of a document. */
+/** Ids of all documents that the properties and the structs of a document name, sorted, once each. */
+function namedDocuments(doc) {
+  const links = LINKS.flatMap((field) => doc[field] ?? []);
+  return [...new Set([...links, ...structReferences(doc)])].sort();
+}
+
 function structReferences(doc) {
   return Object.entries(doc[':data'] ?? {})
     .filter(([key]) => key.startsWith('s:'))
@@ -41,7 +47,7 @@ test('every document has the stored form', () => {
 
 test('references name existing documents and match the data', () => {
   for (const doc of docs) {
-    assert.deepEqual([...new Set(structReferences(doc))], doc.references, doc._id);
+    assert.deepEqual(doc.references, namedDocuments(doc), doc._id);
     for (const id of doc.references)
       assert.ok(ids.includes(id), `${doc._id} refers to ${id}`);
   }
@@ -70,7 +76,9 @@ test('the views list each type prefix, newest first, and each reference', async 
   await server.client.expect('PUT', '/gone', { type: 'tag', deleted: true,
     created: '2024-01-01T00:00:00Z', references: ['sample.tag.sale'] });
   const view = (query) => server.client.expect('GET', `/_design/tessaro/_view/${query}`);
-  for (const prefix of ['tag', 'data', 'data:opening', 'data:opening:hours', 'dat']) {
+  const prefixes = ['tag', 'tag:product', 'group', 'group:tag', 'product', 'data', 'data:opening',
+    'data:opening:hours', 'dat'];
+  for (const prefix of prefixes) {
     const expected = docs
       .filter(({ type }) => type === prefix || type.startsWith(`${prefix}:`))
       .sort((a, b) => (a.created < b.created ? 1 : -1));

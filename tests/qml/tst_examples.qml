@@ -58,7 +58,7 @@ TestCase {
     function test_theCatalogShowsEveryDocument() {
         const window = openCatalog()
         const list = findItem(window.contentItem, item => item.shown !== undefined)
-        compare(list.shown.length, 61)
+        compare(list.shown.length, 91)
         for (const document of list.shown) {
             Catalog.Session.current = document
             tryVerify(() => itemWithText(window, document.documentId))
@@ -69,7 +69,8 @@ TestCase {
         const window = openCatalog()
         verify(!itemWithText(window, "Unsaved changes"))
 
-        const row = findItem(window.contentItem, item => item.text === "Back home" && item.current)
+        const row = findItem(window.contentItem,
+                             item => item.text === "Autumn window" && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
         label.forceActiveFocus()
         tryCompare(label, "activeFocus", true)

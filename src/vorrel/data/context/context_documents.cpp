@@ -195,7 +195,11 @@ void Context::Private::removeDocument(LinkedDocument *document)
 {
     const QPointer<Context> self(q);
     const QPointer<LinkedDocument> guard(document);
-    document->updateDependencies();
+    // Where access or a veto kept the document from being deleted, it is still referred to.
+    document->releaseReferrers();
+    if (self && guard) {
+        document->updateDependencies();
+    }
     DocumentNode *node = self && guard ? documentNode(document->id()) : nullptr;
     // A new document may have taken over the id in the meantime.
     if (node && node->document() == document) {
@@ -207,7 +211,7 @@ void Context::Private::removeDocument(LinkedDocument *document)
 
 void Context::incubate(IIncubatable *object)
 {
-    d->incubator->incubate(object);
+    d->incubate(object);
 }
 
 void Context::finishIncubation()

@@ -77,6 +77,7 @@ struct Context::Private final : DocumentStore
     [[nodiscard]] QString language() const override;
     [[nodiscard]] QUrl serviceUrl() const override;
     [[nodiscard]] QString database() const override;
+    [[nodiscard]] QNetworkAccessManager *networkManager() const override;
     [[nodiscard]] DocumentNode *documentNode(const QByteArray &id) const override;
     [[nodiscard]] bool releaseId(const QByteArray &id) override;
     void addDocument(LinkedDocument *document) override;
@@ -88,6 +89,7 @@ struct Context::Private final : DocumentStore
     void linkDocuments(DocumentNode *from, DocumentNode *to) override;
     void unlinkDocuments(DocumentNode *from, DocumentNode *to) override;
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
+    void incubate(IIncubatable *object) override;
     void finishIncubation() override;
     [[nodiscard]] std::unique_ptr<AccessController>
     createAccessController(LinkedDocument *document) override;

@@ -41,6 +41,11 @@ QString Context::Private::database() const
     return databaseName;
 }
 
+QNetworkAccessManager *Context::Private::networkManager() const
+{
+    return networkAccessManager;
+}
+
 DocumentNode *Context::Private::documentNode(const QByteArray &id) const
 {
     return documentNodes.value(id);
@@ -50,6 +55,11 @@ std::unique_ptr<AccessController>
 Context::Private::createAccessController(LinkedDocument *document)
 {
     return std::unique_ptr<AccessController>(q->createAccessController(document));
+}
+
+void Context::Private::incubate(IIncubatable *object)
+{
+    incubator->incubate(object);
 }
 
 void Context::Private::finishIncubation()

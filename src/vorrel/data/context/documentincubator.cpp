@@ -6,7 +6,7 @@
 #include <vorrel/data/base/timeslice_p.h>
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
-#include <vorrel/data/core/iincubatable.h>
+#include <vorrel/data/core/documentreferenceincubator_p.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
@@ -43,7 +43,16 @@ DocumentIncubator::DocumentIncubator(Context *context)
 {
 }
 
-DocumentIncubator::~DocumentIncubator() = default;
+DocumentIncubator::~DocumentIncubator()
+{
+    while (!m_queue.empty()) {
+        IIncubatable *object = m_queue.front();
+        object->leave();
+        if (auto *reference = dynamic_cast<DocumentReferenceIncubator *>(object)) {
+            delete reference; // it belongs to nobody else
+        }
+    }
+}
 
 Context *DocumentIncubator::context() const
 {
@@ -58,11 +67,36 @@ void DocumentIncubator::setIncubating(bool incubating)
 
 void DocumentIncubator::incubate(IIncubatable *object)
 {
-    m_queue.push_back(object);
+    object->enter(m_queue);
     if (!m_incubating) {
         QCoreApplication::postEvent(this, new DocumentIncubationEvent);
         setIncubating(true);
     }
+}
+
+// Gives the first object one turn. Returns it if it is done, and null if it wants more or has gone.
+// While it is served it stands in a queue of its own, so that a synchronous round that it causes
+// passes it over.
+IIncubatable *DocumentIncubator::serveNext()
+{
+    const QPointer<DocumentIncubator> self(this);
+    IncubationQueue served;
+    IIncubatable *object = m_queue.front();
+    object->leave();
+    object->enter(served);
+    const bool again = object->incubate(context());
+    if (served.empty()) {
+        return nullptr;
+    }
+    object->leave();
+    if (!self) {
+        return nullptr;
+    }
+    if (again) {
+        object->enterFirst(m_queue);
+        return nullptr;
+    }
+    return object;
 }
 
 void DocumentIncubator::customEvent(QEvent *event)
@@ -75,22 +109,16 @@ void DocumentIncubator::customEvent(QEvent *event)
     QElapsedTimer elapsed;
     elapsed.start();
     int count = 0;
-    while (!m_queue.empty() && !slice.isOver()) {
-        IIncubatable *object = m_queue.front();
-        const bool again = object->incubate(context());
+    while (self && !m_queue.empty() && !slice.isOver()) {
         ++count;
-        if (!self) {
-            return;
-        }
-        // A synchronous round inside incubate() may have taken the object already.
-        if (!again && !m_queue.empty() && m_queue.front() == object) {
-            m_queue.pop_front();
-            object->finishIncubation();
-            if (!self) {
-                return;
-            }
+        if (IIncubatable *done = serveNext()) {
+            done->finishIncubation();
         }
     }
+    if (!self) {
+        return;
+    }
+    m_drained.clear();
     if (m_queue.empty()) {
         setIncubating(false);
     } else {
@@ -105,17 +133,14 @@ void DocumentIncubator::finishIncubation()
         return;
     }
     const QPointer<DocumentIncubator> self(this);
-    while (!m_queue.empty()) {
-        IIncubatable *object = m_queue.front();
-        const bool again = object->incubate(context());
-        if (!self) {
-            return;
-        }
-        if (!again && !m_queue.empty() && m_queue.front() == object) {
-            m_queue.pop_front();
+    while (self && !m_queue.empty()) {
+        if (auto *done = dynamic_cast<DocumentReferenceIncubator *>(serveNext())) {
+            m_drained.emplace_back(done);
         }
     }
-    setIncubating(false);
+    if (self) {
+        setIncubating(false);
+    }
 }
 
 } // namespace vo::data

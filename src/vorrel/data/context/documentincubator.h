@@ -4,17 +4,19 @@
 
 #include <vorrel/data/datacoreexport.h>
 
+#include <vorrel/data/core/iincubatable.h>
+
 #include <QtCore/QObject>
 
-#include <deque>
+#include <memory>
+#include <vector>
 
 namespace vo::data {
 
 class Context;
-class IIncubatable;
 
 /// Gives objects that finish later their turns: 4 ms at a time, behind input and painting. Child of
-/// the Context. Objects dispose of themselves and must not be destroyed while they wait.
+/// the Context. Objects dispose of themselves, and may go while they wait.
 class VORREL_DATACORE_EXPORT DocumentIncubator : public QObject
 {
     Q_OBJECT
@@ -38,8 +40,12 @@ protected:
 private:
     [[nodiscard]] Context *context() const;
     void setIncubating(bool incubating);
+    [[nodiscard]] IIncubatable *serveNext();
 
-    std::deque<IIncubatable *> m_queue;
+    IncubationQueue m_queue;
+
+    // Reference incubators that a synchronous round has served: nothing tells them to go.
+    std::vector<std::unique_ptr<IIncubatable>> m_drained;
     bool m_incubating = false;
 };
 

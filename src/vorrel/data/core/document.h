@@ -27,6 +27,8 @@ class Change;
 class Context;
 class DocumentListPropertyBase;
 class IChangeRecorder;
+class InlineDocument;
+class LangString;
 class LinkedDocument;
 class PropertyBase;
 
@@ -46,6 +48,7 @@ class VORREL_DATACORE_EXPORT Document : public QObject
     QML_NAMED_ELEMENT(Document)
     QML_UNCREATABLE("Documents are made by a Context")
     Q_MOC_INCLUDE("vorrel/data/context/context.h")
+    Q_MOC_INCLUDE("vorrel/data/properties/langstring.h")
     Q_PROPERTY(QString type READ type CONSTANT)
     Q_PROPERTY(QString documentId READ documentId CONSTANT)
     Q_PROPERTY(QString database READ database CONSTANT)
@@ -215,6 +218,10 @@ public:
     [[nodiscard]] QList<Document *> referencingDocuments() const;
     [[nodiscard]] QQmlListProperty<Document> attachedDocuments();
 
+    /// The language text behind the property \p property. Null for other properties, for an empty
+    /// one and below ReadAccess.
+    Q_INVOKABLE [[nodiscard]] vo::data::LangString *langString(const QString &property) const;
+
     /// Whether all that this document refers to has been built. Once true it stays true.
     [[nodiscard]] bool isComplete() const;
 
@@ -256,8 +263,10 @@ protected:
     void setUseLocale(bool useLocale);
 
 private:
+    friend class InlineDocument;
     friend class LinkedDocument;
     friend class PropertyBase;
+    friend class LinkedDocumentPropertyBase;
     friend class PropertyInfo;
 
     void addProperty(PropertyBase *property);

@@ -130,6 +130,12 @@ QList<Document *> Document::linkTargets() const
     forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
         targets.append(property.referencedDocuments());
     });
+    if (const auto *linked = qobject_cast<const LinkedDocument *>(this)) {
+        const QList<QObject *> references = linked->references(0);
+        for (QObject *reference : references) {
+            targets.append(static_cast<Document *>(reference));
+        }
+    }
     return targets;
 }
 
@@ -145,6 +151,9 @@ bool Document::isComplete() const
         bool complete = true;
         forEachDocumentProperty(document->d->properties, [&](const DocumentPropertyBase &property) {
             complete = complete && property.isComplete();
+            if (!complete) {
+                return; // asking on would build what is missing
+            }
             for (const Document *target : property.referencedDocuments()) {
                 if (!target->d->complete && !seen.contains(target)) {
                     seen.insert(target);

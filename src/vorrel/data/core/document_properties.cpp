@@ -6,6 +6,8 @@
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/core/document_p.h>
 #include <vorrel/data/properties/documentlistpropertybase.h>
+#include <vorrel/data/properties/langstring.h>
+#include <vorrel/data/properties/langstringproperty.h>
 #include <vorrel/data/properties/propertybase.h>
 
 #include <QtCore/QPointer>
@@ -42,6 +44,14 @@ DocumentListPropertyBase *Document::listProperty(const QString &name) const
     PropertyBase *property = propertyValue(name);
     return property && property->type() == PropertyBase::DocumentList
         ? static_cast<DocumentListPropertyBase *>(property)
+        : nullptr;
+}
+
+LangString *Document::langString(const QString &property) const
+{
+    const PropertyBase *value = propertyValue(property);
+    return value && value->type() == PropertyBase::LanguageString && accessLevel() >= ReadAccess
+        ? static_cast<const LangStringProperty *>(value)->langString()
         : nullptr;
 }
 

@@ -9,6 +9,10 @@
 
 #include <memory>
 
+QT_BEGIN_NAMESPACE
+class QNetworkAccessManager;
+QT_END_NAMESPACE
+
 namespace vo::data {
 
 class AccessController;
@@ -36,6 +40,9 @@ public:
     [[nodiscard]] virtual QUrl serviceUrl() const = 0;
     [[nodiscard]] virtual QString database() const = 0;
 
+    /// Null if there is none.
+    [[nodiscard]] virtual QNetworkAccessManager *networkManager() const = 0;
+
     [[nodiscard]] virtual DocumentNode *documentNode(const QByteArray &id) const = 0;
 
     /// Makes room for a new document: false if a live document has the id, built or not. A deleted
@@ -54,6 +61,7 @@ public:
     virtual void unlinkDocuments(DocumentNode *from, DocumentNode *to) = 0;
 
     virtual void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) = 0;
+    virtual void incubate(IIncubatable *object) = 0;
     virtual void finishIncubation() = 0;
 
     [[nodiscard]] virtual std::unique_ptr<AccessController>

@@ -269,6 +269,9 @@ void LinkedDocument::setDeleted(bool deleted)
     if (deleted) {
         d->store.finishIncubation();
     }
+    if (self && deleted) {
+        purgeReferences();
+    }
     if (self) {
         d->deleted.set(deleted);
     }
@@ -278,6 +281,53 @@ void LinkedDocument::setDeleted(bool deleted)
     if (self && deleted && isLocal()) {
         // The database never saw it, so its deletion needs no upload.
         markClean(QString(), d->changeSequence, currentAttachments());
+    }
+}
+
+// No field of another document refers to a deleted one.
+void LinkedDocument::purgeReferences()
+{
+    const QList<Document *> now = referencingDocuments();
+    const QList<QPointer<Document>> referencing(now.begin(), now.end());
+    const QPointer<LinkedDocument> self(this);
+    for (const QPointer<Document> &document : referencing) {
+        if (auto *linked = qobject_cast<LinkedDocument *>(document.data()); linked && self) {
+            linked->purgeReference(this);
+        }
+    }
+}
+
+void LinkedDocument::releaseReferrers()
+{
+    const QList<Document *> now = referencingDocuments();
+    const QList<QPointer<Document>> referencing(now.begin(), now.end());
+    QList<QPointer<LinkedDocument>> owners;
+    for (const QPointer<Document> &document : referencing) {
+        const Document *owner = document ? document->linkSource() : nullptr;
+        if (const auto *linked = qobject_cast<const LinkedDocument *>(owner)) {
+            owners.append(const_cast<LinkedDocument *>(linked));
+            owners.constLast()->overrideAccessLevel();
+        }
+    }
+    const QPointer<LinkedDocument> self(this);
+    purgeReferences();
+    if (self) {
+        callDeleteHandlers();
+    }
+    for (const QPointer<LinkedDocument> &owner : std::as_const(owners)) {
+        if (owner) {
+            owner->scheduleAccessLevelUpdate(); // the override ends
+        }
+    }
+}
+
+// Each handler once: a slot that points at this document again must not keep this going.
+void LinkedDocument::callDeleteHandlers()
+{
+    const QPointer<LinkedDocument> self(this);
+    for (auto count = d->deleteHandlers.size(); self && count > 0 && !d->deleteHandlers.isEmpty();
+         --count) {
+        d->deleteHandlers.takeFirst().handler->removeDocument(this);
     }
 }
 
@@ -295,8 +345,8 @@ void LinkedDocument::clearLinks()
         }
     }
     clearStructReferences();
-    while (self && !d->deleteHandlers.isEmpty()) {
-        d->deleteHandlers.takeFirst().handler->removeDocument(this);
+    if (self) {
+        callDeleteHandlers();
     }
 }
 
@@ -343,6 +393,10 @@ void LinkedDocument::updateDependencies()
 {
     QSet<const LinkedDocument *> wanted;
     Document::aggregateDependencies(wanted);
+    if (accessLevel() >= ReadAccess) {
+        const QList<LinkedDocument *> references = builtReferences();
+        wanted.unite(QSet<const LinkedDocument *>(references.begin(), references.end()));
+    }
     DocumentNode *own = d->store.documentNode(id());
     if (!own || own->document() != this) {
         return;

@@ -6,11 +6,14 @@
 
 #include <QtCore/QJsonValue>
 
+#include <tuple>
+
 namespace vo::data {
 
 class AccessController;
 class DocumentNode;
 class IDeleteHandler;
+struct ReferenceType;
 
 /// The unit of storage: a document with an id, a revision, timestamps, a count of local edits and
 /// access rights, and with free-form structs beside its typed properties. Its Context makes it,
@@ -117,6 +120,9 @@ public:
     /// Brings the edges of this document in the graph in line with what it points at.
     void updateDependencies();
 
+    /// Makes everything that points here let go, whatever access it has: this document goes.
+    void releaseReferrers();
+
     /// Hands the pending change report to the Context.
     void deliverDocumentChange();
 
@@ -137,6 +143,43 @@ public:
     Q_INVOKABLE bool setStructValue(const QString &key, const QString &field,
                                     const QJsonValue &value);
     /// @}
+
+    /// \name References in free-form data
+    /// A field refers to a document by the text "$ref(0,<id>)". A text that only begins like that
+    /// is text.
+    /// @{
+    [[nodiscard]] static bool isReference(const QString &text);
+
+    /// Id and type of a reference; an empty id and -1 for other texts.
+    [[nodiscard]] static std::tuple<QByteArray, int> referenceData(const QString &text);
+    [[nodiscard]] static const ReferenceType *referenceType(int type);
+    [[nodiscard]] static const ReferenceType *referenceType(const QObject *object);
+    [[nodiscard]] static QString encodeReference(int type, const QString &id);
+
+    /// Empty for null and for objects that cannot be referred to.
+    Q_INVOKABLE [[nodiscard]] static QString encodeReference(const QObject *object);
+
+    /// The object that \p text refers to, built on first use. Null if it is not loaded.
+    Q_INVOKABLE [[nodiscard]] QObject *decodeReference(const QString &text) const;
+
+    /// Whether any field refers to the object.
+    [[nodiscard]] bool hasReference(const QObject *object) const;
+    [[nodiscard]] bool hasReference(const QByteArray &id, int type) const;
+
+    /// The objects of a kind that fields refer to, once each, built now if they were not yet.
+    [[nodiscard]] QList<QObject *> references(int type) const;
+
+    /// Count a reference that stands elsewhere than in a field. No edit of the data.
+    void addReference(const QObject *object);
+    void removeReference(const QObject *object);
+
+    /// Sets every field that refers to the object to null, as edits.
+    void purgeReference(const QObject *object);
+    /// @}
+
+    // For reference types and their incubator.
+    void attachReference(const QByteArray &id, LinkedDocument *target);
+    void detachReference(const QByteArray &id);
 
 public Q_SLOTS:
     void scheduleAccessLevelUpdate();
@@ -163,9 +206,16 @@ private:
     void correctAnswersOfRing();
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();
+    [[nodiscard]] QList<LinkedDocument *> builtReferences() const;
     void readAccessChanged();
+    void purgeReferences();
     void clearLinks();
+    void callDeleteHandlers();
     void clearStructReferences();
+    [[nodiscard]] bool acceptsReference(const QJsonValue &value);
+    void countReference(const QString &text);
+    void uncountReference(const QString &text);
+    void recountReferences();
     void recordStructChange(std::function<void(bool forward)> change);
     void writeStructValue(const QString &key, const QString &field, const QJsonValue &value);
 

@@ -141,6 +141,10 @@ LinkedDocument *LinkedDocument::copy()
     }
     document->unlock();
     document->d->data = d->data;
+    document->recountReferences();
+    if (!document || !self) {
+        return document;
+    }
     document->initializeCopy(this);
     return document;
 }

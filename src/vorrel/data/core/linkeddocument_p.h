@@ -2,14 +2,32 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/core/accesscontroller.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/properties/property.h>
 
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
 #include <QtCore/QVector>
 
 namespace vo::data {
+
+/// Calls \p function with the struct, the field and the value of each field in free-form data.
+template <typename Function>
+void forEachStructField(const QJsonObject &data, Function function)
+{
+    for (auto it = data.begin(); it != data.end(); ++it) {
+        if (it.key().startsWith(jsonkeys::structPrefix)) {
+            const QString key = it.key().mid(jsonkeys::structPrefix.size());
+            const QJsonObject fields = it.value().toObject();
+            for (auto field = fields.begin(); field != fields.end(); ++field) {
+                function(key, field.key(), field.value());
+            }
+        }
+    }
+}
 
 struct LinkedDocument::Private
 {
@@ -33,6 +51,8 @@ struct LinkedDocument::Private
     int changeSequence = 0; // edits since the last save; above 0 means dirty
     QSet<QByteArray> currentAttachments;
     QJsonObject data;
+    QHash<QString, int> referenceCounts; // by reference text
+    QHash<QByteArray, QPointer<LinkedDocument>> linkedReferences; // attached for a reference
     QVector<DeleteHandler> deleteHandlers;
     mutable std::unique_ptr<AccessController> accessController; // made on first demand
     Property<bool> deleted;

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 // LinkedDocument: the free-form data, kept as one JSON object. A struct "hours" is the object under
-// "s:hours". A field may hold a reference to a document: the text "$ref(0,<id>)".
+// "s:hours".
 
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/core/genericchange.h>
 #include <vorrel/data/core/linkeddocument_p.h>
+#include <vorrel/data/core/referencetype_p.h>
 
 #include <QtCore/QPointer>
-#include <QtCore/QRegularExpression>
 
 namespace vo::data {
 
@@ -20,39 +20,16 @@ QString structKey(const QString &key)
     return jsonkeys::structPrefix + key;
 }
 
-bool isReference(const QJsonValue &value)
-{
-    return value.toString().startsWith(QLatin1String("$ref("));
-}
-
-/// The id in a reference to a document; empty for other texts.
-QString referencedDocument(const QJsonValue &value)
-{
-    static const QRegularExpression pattern(QStringLiteral("\\A\\$ref\\(0,([\\w\\-\\.]+)\\)\\z"));
-    return isReference(value) ? pattern.match(value.toString()).captured(1) : QString();
-}
-
-template <typename Function>
-void forEachStructField(const QJsonObject &data, Function function)
-{
-    for (auto it = data.begin(); it != data.end(); ++it) {
-        if (it.key().startsWith(jsonkeys::structPrefix)) {
-            const QString key = it.key().mid(jsonkeys::structPrefix.size());
-            const QJsonObject fields = it.value().toObject();
-            for (auto field = fields.begin(); field != fields.end(); ++field) {
-                function(key, field.key(), field.value());
-            }
-        }
-    }
-}
-
 } // namespace
 
 void LinkedDocument::assignCustomData(const QJsonObject &data)
 {
-    d->data = data;
     const QPointer<LinkedDocument> self(this);
-    Q_EMIT structValueChanged(QString(), QString());
+    d->data = data;
+    recountReferences();
+    if (self) {
+        Q_EMIT structValueChanged(QString(), QString());
+    }
     if (self) {
         Q_EMIT listChanged(QString());
     }
@@ -74,7 +51,7 @@ QJsonValue LinkedDocument::getStructValue(const QString &key, const QString &fie
 bool LinkedDocument::setStructValue(const QString &key, const QString &field,
                                     const QJsonValue &value)
 {
-    if (accessLevel() < WriteAccess) {
+    if (accessLevel() < WriteAccess || !acceptsReference(value)) {
         return false;
     }
     const QString name = structKey(key);
@@ -110,6 +87,7 @@ void LinkedDocument::writeStructValue(const QString &key, const QString &field,
                                       const QJsonValue &value)
 {
     QJsonObject fields = d->data.value(structKey(key)).toObject();
+    const QString old = fields.value(field).toString();
     if (value.isUndefined()) {
         fields.remove(field);
     } else {
@@ -117,9 +95,43 @@ void LinkedDocument::writeStructValue(const QString &key, const QString &field,
     }
     d->data.insert(structKey(key), fields);
     const QPointer<LinkedDocument> self(this);
-    Q_EMIT structValueChanged(key, field);
+    // In this order the counts stay right if a slot writes the same field.
+    countReference(value.toString());
+    if (self) {
+        uncountReference(old);
+    }
+    if (self) {
+        Q_EMIT structValueChanged(key, field);
+    }
     if (self) {
         markDirty();
+    }
+}
+
+// Brings the counts in line with data that was replaced as a whole. Documents that stay referred to
+// stay attached, and nothing is built.
+void LinkedDocument::recountReferences()
+{
+    QHash<QString, int> counts;
+    forEachStructField(d->data, [&](const QString &, const QString &, const QJsonValue &value) {
+        const QString text = value.toString();
+        if (referenceType(std::get<int>(referenceData(text)))) {
+            ++counts[text];
+        }
+    });
+    const QHash<QString, int> old = std::exchange(d->referenceCounts, counts);
+    const QPointer<LinkedDocument> self(this);
+    for (auto it = old.begin(); self && it != old.end(); ++it) {
+        if (!counts.contains(it.key())) {
+            const auto [id, type] = referenceData(it.key());
+            referenceType(type)->remove(this, id);
+        }
+    }
+    for (auto it = counts.begin(); self && it != counts.end(); ++it) {
+        if (!old.contains(it.key())) {
+            const auto [id, type] = referenceData(it.key());
+            referenceType(type)->attachById(this, id);
+        }
     }
 }
 
@@ -128,7 +140,7 @@ void LinkedDocument::clearStructReferences()
     const QPointer<LinkedDocument> self(this);
     const QJsonObject data = d->data;
     forEachStructField(data, [&](const QString &key, const QString &field, const QJsonValue &value) {
-        if (self && isReference(value)) {
+        if (self && isReference(value.toString())) {
             setStructValue(key, field, QJsonValue::Null);
         }
     });
@@ -137,12 +149,12 @@ void LinkedDocument::clearStructReferences()
 void LinkedDocument::aggregateReferences(QSet<QString> &ids) const
 {
     Document::aggregateReferences(ids);
-    forEachStructField(d->data, [&](const QString &, const QString &, const QJsonValue &value) {
-        const QString id = referencedDocument(value);
-        if (!id.isEmpty()) {
-            ids.insert(id);
+    for (auto it = d->referenceCounts.keyBegin(); it != d->referenceCounts.keyEnd(); ++it) {
+        const auto [id, number] = referenceData(*it);
+        if (referenceType(number)->counted) {
+            ids.insert(QString::fromLatin1(id));
         }
-    });
+    }
 }
 
 } // namespace vo::data

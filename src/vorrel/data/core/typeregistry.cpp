@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/core/typeregistry_p.h>
 
+#include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/properties/propertyinfo.h>
@@ -52,14 +53,36 @@ const QMetaObject *TypeRegistry::documentType(const QString &type) const
     return m_documentTypes.value(type);
 }
 
-void TypeRegistry::addLinked(const QMetaObject &metaObject, LinkedCreator creator)
+InlineDocument *TypeRegistry::createInline(const QString &type, Document *parent) const
+{
+    const InlineCreator creator = m_inlineDocumentCreators.value(type);
+    return creator ? creator(parent) : nullptr;
+}
+
+// False for a class without a type string, which cannot be looked up.
+bool TypeRegistry::addType(const QString &type, const QMetaObject &metaObject)
 {
     PropertyInfo::insert(&metaObject);
-    const QString type = Document::typeOf(metaObject);
     if (type.isEmpty()) {
-        return;
+        qCWarning(lcData, "The document class %s has no type: it needs Q_CLASSINFO(\"DocumentType\", …)",
+                  metaObject.className());
+        return false;
+    }
+    const QMetaObject *former = m_documentTypes.value(type);
+    if (former && former != &metaObject) {
+        qCWarning(lcData, "The document type \"%s\" of %s now belongs to %s", qPrintable(type),
+                  former->className(), metaObject.className());
     }
     m_documentTypes.insert(type, &metaObject);
+    return true;
+}
+
+void TypeRegistry::addLinked(const QMetaObject &metaObject, LinkedCreator creator)
+{
+    const QString type = Document::typeOf(metaObject);
+    if (!addType(type, metaObject)) {
+        return;
+    }
     m_linkedDocumentCreators.insert(type, std::move(creator));
     const QString autoInstance = classInfo(metaObject, "AutoInstance");
     if (!autoInstance.isEmpty()) {
@@ -67,11 +90,18 @@ void TypeRegistry::addLinked(const QMetaObject &metaObject, LinkedCreator creato
     }
 }
 
+void TypeRegistry::addInline(const QMetaObject &metaObject, InlineCreator creator)
+{
+    const QString type = Document::typeOf(metaObject);
+    if (addType(type, metaObject)) {
+        m_inlineDocumentCreators.insert(type, std::move(creator));
+    }
+}
+
 void TypeRegistry::setFallback(const QMetaObject &metaObject, FallbackCreator creator)
 {
-    PropertyInfo::insert(&metaObject);
     m_fallbackType = Document::typeOf(metaObject);
-    m_documentTypes.insert(m_fallbackType, &metaObject);
+    addType(m_fallbackType, metaObject);
     m_fallbackCreator = std::move(creator);
 }
 

@@ -14,6 +14,8 @@
 namespace vo::data {
 
 class Context;
+class Document;
+class InlineDocument;
 class LinkedDocument;
 
 /// Which class makes the documents of which type string. Filled once at registration, before the
@@ -22,6 +24,7 @@ class VORREL_DATACORE_EXPORT TypeRegistry
 {
 public:
     using LinkedCreator = std::function<LinkedDocument *(Context *)>;
+    using InlineCreator = std::function<InlineDocument *(Document *parent)>;
     using FallbackCreator = std::function<LinkedDocument *(const QString &tail, Context *)>;
 
     static TypeRegistry &instance();
@@ -34,6 +37,14 @@ public:
         // Qt 5 cannot read a property of a pointer type that nobody registered.
         qRegisterMetaType<T *>();
         addLinked(T::staticMetaObject, [](Context *context) { return new T(context); });
+    }
+
+    /// The same for an inline class.
+    template <typename T>
+    void addInline()
+    {
+        qRegisterMetaType<T *>();
+        addInline(T::staticMetaObject, [](Document *parent) { return new T(parent); });
     }
 
     /// Sets what makes documents of an unknown type below the type of \a T: a function that gets
@@ -50,6 +61,9 @@ public:
     /// of \p type is well-formed, else null. The document is not initialised yet.
     [[nodiscard]] LinkedDocument *create(const QString &type, Context *context) const;
 
+    /// A new inline document of \p type, or null. It is not initialised yet.
+    [[nodiscard]] InlineDocument *createInline(const QString &type, Document *parent) const;
+
     /// Id to type of the documents that every Context has from its start.
     [[nodiscard]] const QHash<QString, QString> &autoInstances() const { return m_autoInstances; }
 
@@ -61,15 +75,18 @@ public:
     {
         return m_documentTypes;
     }
+    void addLinked(const QMetaObject &metaObject, LinkedCreator creator);
+    void addInline(const QMetaObject &metaObject, InlineCreator creator);
 
 private:
     TypeRegistry() = default;
 
-    void addLinked(const QMetaObject &metaObject, LinkedCreator creator);
+    bool addType(const QString &type, const QMetaObject &metaObject);
     void setFallback(const QMetaObject &metaObject, FallbackCreator creator);
 
     QHash<QString, const QMetaObject *> m_documentTypes;
     QHash<QString, LinkedCreator> m_linkedDocumentCreators;
+    QHash<QString, InlineCreator> m_inlineDocumentCreators;
     QHash<QString, QString> m_autoInstances;
     QString m_fallbackType;
     FallbackCreator m_fallbackCreator;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vorrel/data/core/linkeddocument.h>
+#include <vorrel/data/documents/location.h>
 
 namespace vo::data {
 
@@ -14,6 +14,8 @@ class VORREL_DATACORE_EXPORT Device : public vo::data::LinkedDocument
     QML_UNCREATABLE("Documents are made by a Context")
     Q_CLASSINFO("DocumentType", "device")
     Q_PROPERTY(QString serialNumber READ serialNumber CONSTANT)
+    VO_PROPERTY(vo::data::Location *, location, setLocation)
+    Q_PROPERTY(QString locationName READ locationName NOTIFY locationNameChanged STORED false)
 
 public:
     explicit Device(Context *context);
@@ -21,6 +23,15 @@ public:
 
     /// What the device itself reports; nobody edits it.
     [[nodiscard]] QString serialNumber() const;
+
+    /// The label of the location.
+    [[nodiscard]] QString locationName() const;
+
+    void attachDocument(Document *document) override;
+    void detachDocument(Document *document) override;
+
+Q_SIGNALS:
+    void locationNameChanged();
 
 private:
     struct Private;

@@ -4,11 +4,20 @@
 
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/core/typeregistry_p.h>
+#include <vorrel/data/documents/colorpalette.h>
+#include <vorrel/data/documents/colorswatch.h>
+#include <vorrel/data/documents/customer.h>
 #include <vorrel/data/documents/device.h>
 #include <vorrel/data/documents/genericdata.h>
 #include <vorrel/data/documents/keyvaluestore.h>
 #include <vorrel/data/documents/location.h>
+#include <vorrel/data/documents/price.h>
+#include <vorrel/data/documents/product.h>
+#include <vorrel/data/documents/productgroup.h>
+#include <vorrel/data/documents/producttag.h>
 #include <vorrel/data/documents/tag.h>
+#include <vorrel/data/documents/taggroup.h>
+#include <vorrel/data/properties/langstring.h>
 
 #include <QtQml/qqml.h>
 
@@ -22,9 +31,18 @@ namespace {
 void registerDocuments(TypeRegistry &registry)
 {
     registry.addLinked<Tag>();
+    registry.addInline<LangString>();
     registry.addLinked<KeyValueStore>();
     registry.addLinked<Location>();
+    registry.addLinked<Product>();
+    registry.addLinked<ProductGroup>();
+    registry.addLinked<ProductTag>();
+    registry.addLinked<ColorPalette>();
+    registry.addInline<ColorSwatch>();
+    registry.addLinked<TagGroup>();
     registry.addLinked<Device>();
+    registry.addLinked<Customer>();
+    registry.addInline<Price>();
     registry.setFallback<GenericData>();
 }
 
@@ -47,6 +65,7 @@ void _vo_data_registerTypesdata_core()
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerPropertyTypes<vo::data::Context, vo::data::Document,
-                                        vo::data::LinkedDocument>();
+                                        vo::data::LinkedDocument, vo::data::Group,
+                                        vo::data::ColorSwatch>();
     });
 }

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/core/inlinedocument.h>
+#include <vorrel/data/core/change.h>
+#include <vorrel/data/properties/documentpropertybase.h>
+
+namespace vo::data {
+
+/// What InlineDocumentProperty does for all classes of documents.
+class VORREL_DATACORE_EXPORT InlineDocumentPropertyBase : public DocumentPropertyBase
+{
+public:
+    using DocumentPropertyBase::DocumentPropertyBase;
+    ~InlineDocumentPropertyBase() override;
+
+    [[nodiscard]] int type() const override;
+    void fromJson(const QJsonValue &json) override;
+    [[nodiscard]] QJsonValue toJson() const override;
+    void aggregateReferences(QSet<QString> &ids) const override;
+    void copy(PropertyBase *source) override;
+    void clear() override;
+    [[nodiscard]] bool isComplete() const override;
+    [[nodiscard]] QList<Document *> referencedDocuments() const override;
+    void removeDocument(Document *document) override;
+
+protected:
+    [[nodiscard]] InlineDocument *held() const { return m_current; }
+    bool setHeld(InlineDocument *document);
+
+    /// Takes \p document without recording it. False when nothing changes, or when a slot
+    /// destroyed the document of this property.
+    bool assign(InlineDocument *document);
+
+    /// The document itself is in place, and its signals are connected.
+    virtual void exchanged(InlineDocument *former, InlineDocument *present);
+    [[nodiscard]] virtual bool accepts(const InlineDocument *document) const = 0;
+    [[nodiscard]] virtual std::unique_ptr<Change> makeChange(InlineDocument *former,
+                                                             InlineDocument *present);
+
+private:
+    QPointer<InlineDocument> m_current;
+};
+
+/// A stored field that holds one inline document of class \a T, or none.
+template <typename T>
+class InlineDocumentProperty : public InlineDocumentPropertyBase
+{
+public:
+    using InlineDocumentPropertyBase::InlineDocumentPropertyBase;
+
+    /// Null below ReadAccess.
+    [[nodiscard]] T *get() const { return canRead() ? static_cast<T *>(held()) : nullptr; }
+
+    /// An edit. False below WriteAccess, for the present document, and for one of another Context
+    /// or held elsewhere.
+    bool set(T *document) { return setHeld(document); }
+
+    [[nodiscard]] QString documentType() const override
+    {
+        return Document::typeOf(T::staticMetaObject);
+    }
+
+protected:
+    [[nodiscard]] bool accepts(const InlineDocument *document) const override
+    {
+        return qobject_cast<const T *>(document) != nullptr;
+    }
+};
+
+} // namespace vo::data
