@@ -11,6 +11,7 @@
 #include <vorrel/data/context/defaultupdatehandler.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/core/accesscontroller.h>
+#include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
 
@@ -51,8 +52,7 @@ Context::~Context()
     blockSignals(true);
     d->closing = true;
     d->updateHandler.reset();
-    delete d->loadQueue;
-    delete d->incubator;
+    delete std::exchange(d->loadQueue, nullptr);
     d->graphTasks.clear();
     qDeleteAll(std::exchange(d->documentLinks, {}));
     qDeleteAll(std::exchange(d->documentNodes, {}));
@@ -207,29 +207,23 @@ QString Context::country() const
 
 void Context::setUpdateHandler(IUpdateHandler *handler)
 {
-    std::unique_ptr<IUpdateHandler> former(handler);
-    former.swap(d->updateHandler);
-    if (d->updatesRunning > 0) {
-        d->retiredUpdateHandlers.push_back(std::move(former)); // it may be the one that runs
-    }
+    d->updateHandler.reset(handler);
 }
 
 void Context::handleNewRevision(const QString &id, const QString &revision)
 {
-    const DocumentNode *node = d->documentNode(id.toLatin1());
+    const DocumentNode *node = isStorableId(id) ? d->documentNode(id.toLatin1()) : nullptr;
     if (!node || !node->isInstantiated()) {
         return;
     }
     LinkedDocument *document = node->document();
     if (document->storageFlags().testFlag(Document::IgnoreChangeFeed)
-        || document->revision() == revision || !d->updateHandler) {
+        || document->revision() == revision) {
         return;
     }
-    const QPointer<Context> self(this);
-    ++d->updatesRunning;
-    d->updateHandler->update(document);
-    if (self && --d->updatesRunning == 0) {
-        d->retiredUpdateHandlers.clear();
+    // The handler may replace itself, or destroy this object, and has to outlive that.
+    if (const std::shared_ptr<IUpdateHandler> handler = d->updateHandler) {
+        handler->update(document);
     }
 }
 

@@ -93,7 +93,7 @@ public:
     virtual AccessController *createAccessController(LinkedDocument *document);
 
     /// Takes over \p queue in the place of the present one. What the old one still wanted is
-    /// wanted from the new one.
+    /// wanted from the new one. \pre \p queue is not null and was made for this Context
     virtual void setLoadQueue(LoadQueue *queue);
 
     /// Whether createDocument() may make documents of \p type. True here.
@@ -147,7 +147,8 @@ public:
     /// @{
 
     /// Loads documents with all that they refer to. The request ends, and deletes itself, when
-    /// each id has its node or is known not to exist. Ids beyond Latin-1 do not exist.
+    /// each id has its node or is known not to exist. Ids beyond Latin-1 do not exist. Null only
+    /// if the Context is being destroyed.
     LoadRequest *loadDocument(const QString &id);
     LoadRequest *loadDocuments(const QStringList &ids);
 
@@ -245,7 +246,6 @@ private Q_SLOTS:
     void handleNewRevision(const QString &id, const QString &revision);
 
 private:
-    friend class LoadRequest;
     friend DocumentStore &documentStore(const Context *context);
 
     void setServiceUrlFromQml(const QUrl &url);

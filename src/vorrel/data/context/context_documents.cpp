@@ -55,8 +55,9 @@ Document *Context::createDocument(const QString &type)
 
 Document *Context::createDocumentWithId(const QString &type, const QString &id)
 {
-    return canCreateNewDocument(type) ? keptFromJavaScript(LinkedDocument::create(type, id, this))
-                                      : nullptr;
+    return !d->closing && canCreateNewDocument(type)
+        ? keptFromJavaScript(LinkedDocument::create(type, id, this))
+        : nullptr;
 }
 
 void Context::addCreationHandler(const QString &type, std::function<void(Document *)> handler)

@@ -17,7 +17,10 @@ LoadRequest *Context::loadDocument(const QString &id)
 
 LoadRequest *Context::loadDocuments(const QStringList &ids)
 {
-    auto *request = new LoadRequest(ids, this);
+    if (d->closing) {
+        return nullptr;
+    }
+    const QPointer<LoadRequest> request(new LoadRequest(ids, this));
     const QSet<QString> pending = request->pendingDocuments();
     if (!pending.isEmpty()) {
         d->loadRequests->add(request, pending);
@@ -33,6 +36,9 @@ LoadQueue *Context::loadQueue() const
 
 void Context::setLoadQueue(LoadQueue *queue)
 {
+    if (queue == d->loadQueue) {
+        return;
+    }
     LoadQueue *former = std::exchange(d->loadQueue, queue);
     connect(queue, &LoadQueue::loadingChanged, this, &Context::updateBusyState,
             Qt::QueuedConnection);
@@ -62,6 +68,9 @@ bool Context::isBusy() const
 
 void Context::updateBusyState()
 {
+    if (d->closing) {
+        return;
+    }
     // Without downloads nobody waits for an incubation, so it does not count.
     const bool busy = d->loadQueue->isLoading()
         || (attachmentDownloadEnabled() && d->incubator->isIncubating());

@@ -47,14 +47,12 @@ struct Context::Private final : DocumentStore
     ContentFetchPolicy contentFetchPolicy = DefaultPolicy;
     QPointer<QNetworkAccessManager> networkAccessManager;
     QSharedPointer<DocumentCache> cache;
-    std::unique_ptr<IUpdateHandler> updateHandler;
-    int updatesRunning = 0;
-    std::vector<std::unique_ptr<IUpdateHandler>> retiredUpdateHandlers; // one may be running
+    std::shared_ptr<IUpdateHandler> updateHandler; // shared with the calls of it that run
 
     // Loading
     DocumentIncubator *const incubator; // child of the Context
     LoadRequestBoard *const loadRequests; // child of the Context
-    LoadQueue *loadQueue = nullptr; // child of the Context
+    LoadQueue *loadQueue = nullptr; // child of the Context; null only while that is destroyed
     bool busy = false;
 
     // Documents
@@ -72,12 +70,13 @@ struct Context::Private final : DocumentStore
 
     DocumentNode *insertNode(DocumentNode *node);
 
+    void destroyEdge(DocumentEdge *edge);
+
     /// Takes \p node out of the table and the graph. The caller owns it then.
     std::shared_ptr<DocumentNode> takeNode(DocumentNode *node);
-    static void dropEdge(DocumentEdge *edge);
 
     /// The end of a node that was taken: announces that its document goes, and destroys both.
-    void destroyNode(std::shared_ptr<DocumentNode> node);
+    void destroyNode(const std::shared_ptr<DocumentNode> &node);
     void removeDocument(LinkedDocument *document);
     void runCreationHandlers(Document *document);
     void startDependencyTimer();

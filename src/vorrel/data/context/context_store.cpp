@@ -97,11 +97,17 @@ void Context::addDocument(LinkedDocument *document)
 void Context::Private::addDocument(LinkedDocument *document)
 {
     const QPointer<LinkedDocument> guard(document);
-    if (DocumentNode *node = documentNode(document->id())) {
+    DocumentNode *node = documentNode(document->id());
+    if (!node) {
+        insertNode(new DocumentNode(document));
+    } else if (!node->m_document) {
         // Before anybody hears of the document, so that the node does not make a second one.
         node->m_document = document;
-    } else {
-        insertNode(new DocumentNode(document));
+        node->m_data = QJsonObject();
+    } else if (node->m_document != document) {
+        qCCritical(lcContext, "A second object for document %s. This is a bug!",
+                   document->id().constData());
+        return;
     }
     if (guard) {
         runCreationHandlers(document);
@@ -132,10 +138,8 @@ bool Context::Private::releaseId(const QByteArray &id)
 
 void Context::Private::forgetDocument(LinkedDocument *document)
 {
-    markClean(document);
-    if (locals.removeOne(document)) {
-        Q_EMIT q->localDocumentsChanged();
-    }
+    // A slot below may destroy the Context, with all of its nodes and children.
+    document->setParent(nullptr);
     DocumentNode *node = documentNode(document->id());
     if (node && node->m_document == document) {
         // Somebody else destroyed the document. The node goes with it, so that the id can be
@@ -143,28 +147,35 @@ void Context::Private::forgetDocument(LinkedDocument *document)
         node->m_document = nullptr;
         addDocumentGraphTask(std::make_unique<RunFunctionTask>([taken = takeNode(node)] {}));
     }
+    const QPointer<Context> self(q);
+    const bool wasLocal = locals.removeOne(document);
+    markClean(document);
+    if (self && wasLocal) {
+        Q_EMIT q->localDocumentsChanged();
+    }
 }
 
 std::shared_ptr<DocumentNode> Context::Private::takeNode(DocumentNode *node)
 {
     documentNodes.remove(node->id());
-    const QList<DocumentEdge *> edges = node->incoming() + node->outgoing();
-    for (DocumentEdge *edge : edges) {
-        dropEdge(documentLinks.take({ edge->source, edge->target }));
+    while (!node->outgoing().isEmpty()) {
+        destroyEdge(node->outgoing().constFirst());
+    }
+    while (!node->incoming().isEmpty()) {
+        destroyEdge(node->incoming().constFirst());
     }
     return std::shared_ptr<DocumentNode>(node);
 }
 
-void Context::Private::dropEdge(DocumentEdge *edge)
+void Context::Private::destroyEdge(DocumentEdge *edge)
 {
-    if (edge) {
-        edge->source->removeOutgoingEdge(edge);
-        edge->target->removeIncomingEdge(edge);
-        delete edge;
-    }
+    documentLinks.remove({ edge->source, edge->target });
+    edge->source->removeOutgoingEdge(edge);
+    edge->target->removeIncomingEdge(edge);
+    delete edge;
 }
 
-void Context::Private::destroyNode(std::shared_ptr<DocumentNode> node)
+void Context::Private::destroyNode(const std::shared_ptr<DocumentNode> &node)
 {
     const QPointer<Context> self(q);
     const QPointer<LinkedDocument> document(node->m_document);
@@ -193,13 +204,16 @@ void Context::Private::linkDocuments(DocumentNode *from, DocumentNode *to)
     if (!from->isInstantiated() || !to->isInstantiated()) {
         return;
     }
-    dropEdge(documentLinks.take({ from, to })); // one edge for a pair
+    if (DocumentEdge *former = documentLinks.value({ from, to })) {
+        destroyEdge(former); // one edge stands for all references from the one to the other
+    }
     auto *edge = new DocumentEdge { from, to };
     from->addOutgoingEdge(edge);
     to->addIncomingEdge(edge);
     documentLinks.insert({ from, to }, edge);
     to->document()->scheduleAccessLevelUpdate();
-    Q_EMIT q->documentLinked(from->id(), to->id());
+    // Copies of the ids, since a slot may destroy the nodes.
+    Q_EMIT q->documentLinked(QByteArray(from->id()), QByteArray(to->id()));
 }
 
 void Context::Private::unlinkDocuments(DocumentNode *from, DocumentNode *to)
@@ -207,9 +221,11 @@ void Context::Private::unlinkDocuments(DocumentNode *from, DocumentNode *to)
     if (!from->isInstantiated() || !to->isInstantiated()) {
         return;
     }
-    dropEdge(documentLinks.take({ from, to }));
+    if (DocumentEdge *edge = documentLinks.value({ from, to })) {
+        destroyEdge(edge);
+    }
     to->document()->scheduleAccessLevelUpdate();
-    Q_EMIT q->documentUnlinked(from->id(), to->id());
+    Q_EMIT q->documentUnlinked(QByteArray(from->id()), QByteArray(to->id()));
 }
 
 // One timer for all documents: thousands may be linked at a time.

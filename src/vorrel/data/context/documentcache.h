@@ -35,8 +35,8 @@ public:
     /// The documents that are there, in the order of \p ids.
     [[nodiscard]] QList<QJsonObject> find(const QStringList &ids);
 
-    /// Stores the bytes as they are, and gives what they parse to. What is no JSON object is not
-    /// stored: the result is empty and a critical line is logged.
+    /// Stores the bytes as they are, and gives the object that they parse to. What is no JSON is
+    /// not stored: the result is empty and a critical line is logged.
     QJsonObject insert(const QString &id, const QByteArray &json);
     void insert(const QString &id, const QJsonObject &object);
 

@@ -9,6 +9,7 @@
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentbatch_p.h>
 #include <vorrel/data/context/loader.h>
+#include <vorrel/data/core/documentids_p.h>
 
 #include <QtCore/QDebug>
 #include <QtCore/QHash>
@@ -24,7 +25,7 @@ struct LoadQueue::Private
 {
     bool loading = false;
     QSet<QString> requested; // wanted and not delivered yet
-    QSet<QString> inProgress; // taken by a loader, answer outstanding
+    QHash<QString, const Loader *> inProgress; // taken by that loader, answer outstanding
     QHash<QString, QJsonObject> received; // delivered, waiting for references
     std::unique_ptr<DocumentBatch> batch; // complete, on its way into the Context
     std::vector<Loader *> loaders; // by priority; owned
@@ -101,14 +102,23 @@ void LoadQueue::addLoader(Loader *loader)
 void LoadQueue::removeLoader(Loader *loader)
 {
     const auto found = std::find(d->loaders.begin(), d->loaders.end(), loader);
-    if (found != d->loaders.end()) {
-        loader->disconnect(this);
-        d->loaders.erase(found);
+    if (found == d->loaders.end()) {
+        return;
+    }
+    loader->disconnect(this);
+    d->loaders.erase(found);
+    // It will not answer any more, so what it had taken is offered anew.
+    for (auto it = d->inProgress.begin(); it != d->inProgress.end();) {
+        it = it.value() == loader ? d->inProgress.erase(it) : std::next(it);
     }
 }
 
 void LoadQueue::handleLoaded(const QString &id, const QJsonObject &data)
 {
+    if (id.isEmpty() || !isStorableId(id)) {
+        qCWarning(lcLoadQueue, "Ignoring a document with the id \"%s\"", qPrintable(id));
+        return;
+    }
     bool waits = false;
     QSet<QString> missing;
     const QJsonArray references = data.value(jsonkeys::references).toArray();
@@ -155,9 +165,13 @@ void LoadQueue::timerEvent(QTimerEvent * /*event*/)
     for (auto it = d->received.keyBegin(); it != d->received.keyEnd(); ++it) {
         d->requested.remove(*it);
     }
+    const QPointer<LoadQueue> self(this);
     const QSet<QString> requested = d->requested;
     for (const QString &id : requested) {
         offer(id);
+        if (!self) {
+            return;
+        }
     }
     if (!requested.isEmpty() || d->batch) {
         return;
@@ -175,12 +189,20 @@ void LoadQueue::offer(const QString &id)
     if (d->inProgress.contains(id)) {
         return;
     }
+    if (!isStorableId(id)) {
+        qCWarning(lcLoadQueue, "Not loading the id \"%s\": ids are Latin-1", qPrintable(id));
+        handleNotFound(id);
+        return;
+    }
+    const QPointer<LoadQueue> self(this);
     const std::vector<Loader *> loaders = d->loaders;
     for (Loader *loader : loaders) {
-        if (loader->load(id)) {
-            d->inProgress.insert(id);
+        // Noted before, so that it is right even if the answer comes at once.
+        d->inProgress.insert(id, loader);
+        if (loader->load(id) || !self) {
             return;
         }
+        d->inProgress.remove(id);
     }
 }
 

@@ -36,7 +36,7 @@ public:
     /// Takes \p loader over.
     void addLoader(Loader *loader);
 
-    /// Gives \p loader back to the caller.
+    /// Gives \p loader back to the caller. What it has not answered is asked of the others.
     void removeLoader(Loader *loader);
 
     [[nodiscard]] Context *context() const;

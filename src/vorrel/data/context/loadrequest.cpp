@@ -8,6 +8,8 @@
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/linkeddocument.h>
 
+#include <QtCore/QPointer>
+
 namespace vo::data {
 
 LoadRequest::LoadRequest(const QStringList &ids, Context *context)
@@ -43,12 +45,20 @@ QSet<QString> LoadRequest::pendingDocuments() const
 
 QList<LinkedDocument *> LoadRequest::documents() const
 {
+    // Built first: that runs code of the application, which may destroy some of them, or all.
+    const QPointer<Context> owner(context());
+    const QStringList ids = m_loaded;
+    for (const QString &id : ids) {
+        const DocumentNode *node = owner ? owner->documentNode(id.toLatin1()) : nullptr;
+        if (node) {
+            static_cast<void>(node->document());
+        }
+    }
     QList<LinkedDocument *> documents;
-    for (const QString &id : m_loaded) {
-        const DocumentNode *node = context()->documentNode(id.toLatin1());
-        LinkedDocument *document = node ? node->document() : nullptr;
-        if (document && !document->deleted()) {
-            documents.append(document);
+    for (const QString &id : ids) {
+        const DocumentNode *node = owner ? owner->documentNode(id.toLatin1()) : nullptr;
+        if (node && node->isInstantiated() && !node->document()->deleted()) {
+            documents.append(node->document());
         }
     }
     return documents;

@@ -32,8 +32,11 @@ void RootDocument::setContext(Context *context)
     if (context) {
         connect(context, &Context::documentAdded, this, &RootDocument::handleDocumentAdd);
     }
+    const QPointer<RootDocument> self(this);
     Q_EMIT contextChanged();
-    update();
+    if (self) {
+        update();
+    }
 }
 
 QString RootDocument::documentId() const
@@ -47,8 +50,11 @@ void RootDocument::setDocumentId(const QString &id)
         return;
     }
     m_documentId = id;
+    const QPointer<RootDocument> self(this);
     Q_EMIT documentIdChanged();
-    update();
+    if (self) {
+        update();
+    }
 }
 
 Document *RootDocument::document() const
@@ -58,14 +64,21 @@ Document *RootDocument::document() const
 
 void RootDocument::update()
 {
+    const QPointer<RootDocument> self(this);
     setDocument(nullptr);
+    if (!self) {
+        return;
+    }
     if (m_pendingRequest) {
         m_pendingRequest->disconnect(this); // it would end the next one
         m_pendingRequest.clear();
     }
     if (m_context && !m_documentId.isEmpty()) {
-        m_pendingRequest = m_context->loadDocument(m_documentId);
-        connect(m_pendingRequest, &LoadRequest::finished, this, &RootDocument::loadFinished);
+        const QPointer<LoadRequest> request(m_context->loadDocument(m_documentId));
+        if (self && request && !m_pendingRequest) { // else a slot wants another one by now
+            m_pendingRequest = request;
+            connect(request, &LoadRequest::finished, this, &RootDocument::loadFinished);
+        }
     }
 }
 
@@ -73,7 +86,12 @@ void RootDocument::loadFinished()
 {
     if (m_pendingRequest && m_pendingRequest == sender()) {
         m_pendingRequest.clear();
-        setDocument(m_context ? m_context->loadedDocument(m_documentId) : nullptr);
+        const QPointer<RootDocument> self(this);
+        const QPointer<Document> document(m_context ? m_context->loadedDocument(m_documentId)
+                                                    : nullptr);
+        if (self) {
+            setDocument(document);
+        }
     }
 }
 

@@ -34,14 +34,19 @@ DocumentNode::~DocumentNode()
 
 LinkedDocument *DocumentNode::document() const
 {
-    if (!m_document && !m_data.isEmpty()) {
-        const_cast<DocumentNode *>(this)->instantiate();
+    if (m_document || m_data.isEmpty()) {
+        return m_document;
     }
-    return m_document;
+    const QPointer<QObject> context(documentStore(m_context).object());
+    const_cast<DocumentNode *>(this)->instantiate();
+    return context ? m_document : nullptr; // a slot may have destroyed the Context and this node
 }
 
 void DocumentNode::instantiate()
 {
+    if (m_document || m_data.isEmpty()) {
+        return;
+    }
     // Given up first: whoever asks again while the document is being made gets no second one.
     QJsonObject data = std::exchange(m_data, QJsonObject());
     const QString id = QString::fromLatin1(m_id);
@@ -52,7 +57,7 @@ void DocumentNode::instantiate()
     }
     const QPointer<QObject> context(documentStore(m_context).object());
     LinkedDocument *document = LinkedDocument::create(data, m_context);
-    if (context && document) {
+    if (context) {
         m_document = document;
     }
 }

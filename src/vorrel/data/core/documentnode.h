@@ -43,7 +43,8 @@ public:
     /// "Creating unknown document: %s"), and once the document has been destroyed.
     [[nodiscard]] LinkedDocument *document() const;
 
-    /// Builds the document now. Its JSON is given up: it is held in one place only.
+    /// Builds the document now, unless that has been tried. Its JSON is given up: it is held in one
+    /// place only.
     void instantiate();
 
     [[nodiscard]] const QList<DocumentEdge *> &incoming() const { return m_incoming; }

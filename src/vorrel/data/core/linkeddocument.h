@@ -21,7 +21,7 @@ struct ReferenceType;
 ///
 /// Keys of a stored document that no property of its class names are dropped when it is saved
 /// again; the place for content of an application's own is the free-form data.
-class VORREL_DATACORE_EXPORT LinkedDocument : public Document
+class VORREL_DATACORE_EXPORT LinkedDocument : public vo::data::Document
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(LinkedDocument)
@@ -34,8 +34,8 @@ public:
     explicit LinkedDocument(Context *context);
     ~LinkedDocument() override;
 
-    /// Makes the document that \p json describes. Null for an unknown type, with the critical log
-    /// line "Creating unknown document: %s".
+    /// Makes the document that \p json describes. Null for an unknown type; as in the other forms
+    /// with the critical log line "Creating unknown document: %s".
     static LinkedDocument *create(const QJsonObject &json, Context *context);
 
     /// Makes a new document; without \p id it gets one when it is first asked for. Null for an

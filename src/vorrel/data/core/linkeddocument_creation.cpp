@@ -17,7 +17,11 @@ namespace vo::data {
 
 LinkedDocument *LinkedDocument::createInternal(const QString &type, Context *context)
 {
-    return TypeRegistry::instance().create(type, context);
+    LinkedDocument *document = TypeRegistry::instance().create(type, context);
+    if (!document) {
+        qCCritical(lcData, "Creating unknown document: %s", qPrintable(type));
+    }
+    return document;
 }
 
 LinkedDocument *LinkedDocument::create(const QJsonObject &json, Context *context)
@@ -25,7 +29,6 @@ LinkedDocument *LinkedDocument::create(const QJsonObject &json, Context *context
     const QString type = json.value(jsonkeys::type).toString();
     const QPointer<LinkedDocument> document(createInternal(type, context));
     if (!document) {
-        qCCritical(lcData, "Creating unknown document: %s", qPrintable(type));
         return nullptr;
     }
     document->lock();

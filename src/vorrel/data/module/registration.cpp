@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/module/registration.h>
 
+#include <vorrel/data/context/context.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
@@ -18,10 +19,9 @@
 #include <vorrel/data/documents/taggroup.h>
 #include <vorrel/data/properties/langstring.h>
 
-#include <mutex>
+#include <QtQml/qqml.h>
 
-// Generated from the headers of the QML types.
-void qml_register_types_vorrel_data_Core();
+#include <mutex>
 
 namespace vo::data {
 
@@ -46,6 +46,15 @@ void registerDocuments(TypeRegistry &registry)
     registry.setFallback<GenericData>();
 }
 
+// Qt 5 reads properties that hold objects, or lists of them, only if the types are known. They are
+// known without names here: the names come with the import of "vorrel.data.Core", which Qt refuses
+// as soon as one of them is taken.
+template <typename... Types>
+void registerPropertyTypes()
+{
+    (qmlRegisterAnonymousType<Types>("vorrel.data", 1), ...);
+}
+
 } // namespace
 
 } // namespace vo::data
@@ -55,7 +64,7 @@ void _vo_data_registerTypesdata_core()
     static std::once_flag once;
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
-        // Qt 5 knows lists of objects in properties only of registered types.
-        qml_register_types_vorrel_data_Core();
+        vo::data::registerPropertyTypes<vo::data::Context, vo::data::Document,
+                                        vo::data::LinkedDocument>();
     });
 }

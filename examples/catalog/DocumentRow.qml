@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import vorrel.data.Core 1.0
+import "fields.js" as Fields
+
+// One document in the list.
+AbstractButton {
+    id: row
+
+    required property var modelData
+    readonly property LinkedDocument document: modelData as LinkedDocument
+    readonly property bool current: document === Session.current
+    readonly property bool edited: document.edited > Session.opened
+
+    width: ListView.view ? ListView.view.width : 0
+    height: 52
+    leftPadding: 2 * Theme.unit
+    rightPadding: 2 * Theme.unit
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+    text: document.label || document.documentId
+    onClicked: Session.current = document
+
+    contentItem: RowLayout {
+        spacing: 1.5 * Theme.unit
+
+        TypeMark {
+            type: row.document.type
+            hollow: row.document.deleted
+        }
+
+        ColumnLayout {
+            spacing: 2
+
+            Text {
+                text: row.text
+                textFormat: Text.PlainText
+                font.pixelSize: Theme.bodySize
+                font.strikeout: row.document.deleted
+                color: row.document.deleted ? Theme.inkFaint : Theme.ink
+                elide: Text.ElideRight
+                Layout.fillWidth: true
+            }
+
+            Text {
+                text: Fields.typeTitle(row.document.type)
+                font.pixelSize: Theme.captionSize
+                color: Theme.inkFaint
+            }
+        }
+
+        Text {
+            text: row.document.deleted ? "deleted" : row.edited ? "edited"
+                                                  : Fields.shortRevision(row.document.revision)
+            font.pixelSize: Theme.captionSize
+            color: row.document.deleted ? Theme.removed
+                                        : row.edited ? Theme.edited : Theme.inkFaint
+        }
+    }
+
+    background: Rectangle {
+        color: row.current ? Theme.accentSoft : row.hovered ? Theme.hover : "transparent"
+
+        Rectangle {
+            visible: row.current
+            width: 3
+            height: parent.height
+            color: Theme.accent
+        }
+    }
+}

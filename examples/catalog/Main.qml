@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import vorrel.data.Core 1.0
+
+ApplicationWindow {
+    id: window
+
+    required property url serviceUrl
+    required property string database
+
+    // A PNG file to draw the window into, instead of leaving it open; empty for none.
+    property string picture: ""
+
+    width: 1100
+    height: 720
+    minimumWidth: 820
+    minimumHeight: 480
+    visible: true
+    title: catalogue.title || "Catalogue"
+    color: Theme.background
+
+    Context {
+        id: context
+        serviceUrl: window.serviceUrl
+        database: window.database
+    }
+
+    Catalogue {
+        id: catalogue
+        context: context
+        onDocumentsChanged: Session.current = documents.length > 0 ? documents[0] : null
+    }
+
+    Picture {
+        file: window.picture
+        subject: frame
+        ready: catalogue.progress === "ready" && Session.current !== null
+        obstacle: notice.title + ". " + notice.text
+    }
+
+    Rectangle {
+        id: frame
+        anchors.fill: parent
+        color: Theme.background
+
+        ColumnLayout {
+            anchors.fill: parent
+            spacing: 0
+
+            Header {
+                context: context
+                catalogue: catalogue
+                Layout.fillWidth: true
+            }
+
+            RowLayout {
+                visible: catalogue.progress === "ready"
+                spacing: 0
+
+                DocumentList {
+                    documents: catalogue.documents
+                    Layout.preferredWidth: 372
+                    Layout.fillHeight: true
+                }
+
+                Rectangle {
+                    implicitWidth: 1
+                    color: Theme.line
+                    Layout.fillHeight: true
+                }
+
+                ColumnLayout {
+                    spacing: 0
+
+                    Loader {
+                        active: Session.current !== null
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                        sourceComponent: DocumentView {
+                            document: Session.current
+                        }
+                    }
+
+                    NotePanel {
+                        context: context
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+
+            Item {
+                visible: catalogue.progress !== "ready"
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+
+                Notice {
+                    id: notice
+                    anchors.centerIn: parent
+                    width: 420
+                    busy: catalogue.progress === "loading"
+                    title: busy ? "Loading “" + catalogue.documentId + "”"
+                                : "There is no “" + catalogue.documentId + "” in this database"
+                    text: busy ? (patience.running ? "" : "The server has not answered yet. The request is repeated until it does.")
+                               : "The program devserver/fill.js puts the sample content there."
+
+                    Timer {
+                        id: patience
+                        interval: 4000
+                        running: true
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+.pragma library
+
+// What the window shows of a document: which properties and which structs a type has, and how
+// their values read.
+
+const properties = {
+    "device": ["serialNumber"],
+    "location": ["address", "zipCode", "city", "country", "position", "notes"],
+    "tag": ["name", "icon", "applicableTypes"]
+};
+
+const structs = {
+    "data:campaign": ["campaign", "phase-1", "phase-2", "locations"],
+    "data:catalogue": ["catalogue"],
+    "data:note": ["note"],
+    "data:opening:hours": ["schedule", "mon", "tue", "wed", "thu", "fri", "sat", "sun"],
+    "data:playlist": ["playlist", "slot-1", "slot-2", "slot-3", "slot-4"],
+    "data:screen:layout": ["layout", "zone-hero", "zone-main", "zone-strip", "widget-clock",
+                           "widget-hours"]
+};
+
+// "zipCode" reads "Zip code", "slot-1" reads "Slot 1".
+function title(name) {
+    const words = name.replace(/([a-z])([A-Z0-9])/g, "$1 $2").replace(/[-_:]/g, " ").toLowerCase();
+    return words.charAt(0).toUpperCase() + words.slice(1);
+}
+
+// "data:opening:hours" reads "Opening hours".
+function typeTitle(type) {
+    return type === "keyvaluestore" ? "Key-value store" : title(type.replace(/^data:/, ""));
+}
+
+function fieldsOf(object) {
+    return Object.keys(object).map(name => ({ "title": title(name), "value": object[name] }));
+}
+
+// The tables for a document, as { title, fields: { title, value } }.
+function sections(document) {
+    const type = document.type;
+    const result = [];
+    if (properties[type])
+        result.push({ "title": "Properties", "fields": properties[type].map(
+            name => ({ "title": title(name), "value": document[name] })) });
+    if (type === "keyvaluestore")
+        result.push({ "title": "Values", "fields": fieldsOf(document.data) });
+    for (const name of structs[type] || [])
+        result.push({ "title": title(name), "fields": fieldsOf(document.getStruct(name)) });
+    return result.filter(section => section.fields.length > 0);
+}
+
+// The id in a reference to a document; empty for everything else.
+function reference(value) {
+    const match = typeof value === "string" ? value.match(/^\$ref\(0,([\w.-]+)\)$/) : null;
+    return match ? match[1] : "";
+}
+
+function isColor(value) {
+    return typeof value === "string" && /^#[0-9a-f]{6}$/i.test(value);
+}
+
+function text(value) {
+    if (value === null || value === undefined || value === "")
+        return "–";
+    if (typeof value === "boolean")
+        return value ? "yes" : "no";
+    if (typeof value === "object" && value.length !== undefined)
+        return Array.prototype.map.call(value, text).join(", ");
+    if (value.latitude !== undefined)
+        return value.isValid ? value.latitude.toFixed(4) + ", " + value.longitude.toFixed(4) : "–";
+    if (Object.prototype.toString.call(value) === "[object Object]")
+        return Object.keys(value).map(name => name + " " + text(value[name])).join(", ");
+    return String(value);
+}
+
+// What is shown of a revision: its count and the start of its digest.
+function shortRevision(revision) {
+    return revision.slice(0, revision.indexOf("-") + 7);
+}
+
+function date(value) {
+    return isNaN(value) ? "–" : Qt.formatDateTime(value, "d MMM yyyy, hh:mm");
+}

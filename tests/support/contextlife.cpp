@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include "support/contextlife.h"
+
+#include "support/contextfixture.h"
+#include "support/literals.h"
+#include "support/signalhook.h"
+
+#include <vorrel/data/context/documentincubator.h>
+#include <vorrel/data/context/loadqueue.h>
+#include <vorrel/data/context/loadrequest.h>
+#include <vorrel/data/core/iincubatable.h>
+
+namespace vo::test {
+
+using data::Context;
+using data::LinkedDocument;
+
+namespace {
+
+struct Patient : data::IIncubatable
+{
+    bool incubate(Context *) override { return false; }
+};
+
+} // namespace
+
+bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emission)
+{
+    Patient patient;
+    ContextFixture fixture;
+    QObject hooks;
+    const auto hook = [&](QObject *object) {
+        if (object && object->inherits(senderClass)) {
+            (new SignalHook(object, signal, [&] {
+                if (emission-- == 0) {
+                    fixture.destroyContext();
+                }
+            }))->setParent(&hooks);
+        }
+    };
+    hook(fixture.context());
+    hook(fixture->loadQueue());
+    hook(fixture->findChild<data::DocumentIncubator *>());
+    QObject::connect(fixture.context(), &Context::documentAdded, &hooks, hook);
+    fixture.store("a"_s, "b gone"_l);
+    fixture.store("b"_s, "a"_l);
+    const auto node = [&](const char *id) { return fixture->documentNode(QByteArray(id)); };
+    const auto document = [&](const QString &id) {
+        return static_cast<LinkedDocument *>(fixture->loadedDocument(id));
+    };
+    const std::vector<std::function<void()>> steps {
+        [&] { fixture->setProperty("serviceUrl", QUrl("http://new.test"_s)); },
+        [&] { fixture->setProperty("changeFeedMonitorType", Context::NullMonitor); },
+        [&] { fixture->setAttachmentDownloadEnabled(true); },
+        [&] { fixture->setDatabase("second"_s); },
+        [&] { fixture->incubate(&patient); },
+        [&] { hook(fixture->loadDocument("a"_s)); },
+        [&] { static_cast<void>(fixture.finishLoading()); },
+        [&] { document("a"_s); },
+        [&] { document("b"_s); },
+        [&] { fixture->linkDocuments(node("a"), node("b")); },
+        [&] { fixture.create("local"_s); },
+        [&] { document("local"_s)->setLabel("x"_s); },
+        [&] { processEvents(); },
+        [&] { document("local"_s)->setRevision("1-x"_s); },
+        [&] { document("local"_s)->remove(); },
+        [&] { fixture.create("local"_s); },
+        [&] { processEvents(); },
+        [&] { delete document("local"_s); },
+        [&] { document("a"_s)->setLabel("edited"_s); },
+        [&] { fixture->removeDocument("a"_s); },
+        [&] { processEvents(); },
+    };
+    for (const auto &step : steps) {
+        if (fixture.context()) {
+            step();
+        }
+    }
+    return !fixture.context();
+}
+
+} // namespace vo::test
