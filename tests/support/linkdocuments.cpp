@@ -62,7 +62,7 @@ Station *GraphContext::built(const QString &id, const QJsonObject &data)
 
 Station *GraphContext::find(const QString &id) const
 {
-    return static_cast<Station *>(loadedDocument(id));
+    return qobject_cast<Station *>(loadedDocument(id));
 }
 
 bool GraphContext::isBuilt(const QString &id) const
@@ -74,7 +74,7 @@ bool GraphContext::isBuilt(const QString &id) const
 void GraphContext::setLevel(const QString &id, data::Document::AccessLevel level)
 {
     levels.insert(id.toLatin1(), level);
-    find(id)->scheduleAccessLevelUpdate();
+    static_cast<data::LinkedDocument *>(loadedDocument(id))->scheduleAccessLevelUpdate();
 }
 
 bool GraphContext::recordChange(data::Change *change)
@@ -112,8 +112,7 @@ void GraphContext::redo()
 Note::Note(data::Document *parent)
     : InlineDocument(parent)
     , d(new Private { this })
-{
-}
+{ }
 
 Note::~Note() = default;
 
@@ -123,8 +122,7 @@ VO_DEFINE_PROPERTY(Note, vo::test::Station *, station, setStation)
 Station::Station(data::Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Station::~Station() = default;
 

@@ -72,7 +72,8 @@ void tst_DependencyGraph::order()
     QCOMPARE(QSet<QString>(order.begin(), order.end()), keys);
     const QList<QString> end = order.mid(order.size() - last.size());
     QCOMPARE(QSet<QString>(end.begin(), end.end()), QSet<QString>(last.begin(), last.end()));
-    const QStringList links = graph.split(QLatin1Char(' '), Qt::SkipEmptyParts).filter(QLatin1String(">"));
+    const QStringList links =
+        graph.split(QLatin1Char(' '), Qt::SkipEmptyParts).filter(QLatin1String(">"));
     for (const QString &link : links) {
         const QString from = link.section(QLatin1Char('>'), 0, 0);
         const QString to = link.section(QLatin1Char('>'), 1);

@@ -134,7 +134,8 @@ void tst_Graph::slotsOfLinksMayDestroyDocuments()
             a->setNext(context.station("b"_q));
             a->d->exits.insert("x"_q, context.station("c"_q));
             a->updateDependencies();
-            const SignalTrap trap(&context, signal, [&] { delete context.find(QLatin1String(victim)); });
+            const SignalTrap trap(&context, signal,
+                                  [&] { delete context.find(QLatin1String(victim)); });
             a->d->exits.insert("y"_q, context.station("d"_q));
             a->d->exits.insert("z"_q, context.station("e"_q));
             a->setNext(nullptr);
@@ -339,7 +340,7 @@ void tst_Graph::remotelyRemovedDocumentsAreLetGo()
     QSignalSpy removed(&context, &Context::documentRemoved);
     context.removeDocument(target);
     context.removeDocument(target); // the change feed may tell it twice
-    QVERIFY(target); // it outlives the call
+    QVERIFY(target);                // it outlives the call
     settle();
     QVERIFY(!target);
     QCOMPARE(removed.count(), 1);

@@ -62,10 +62,10 @@ void tst_References::parses_data()
     row("$ref(0,abc-1.2)"_q, "abc-1.2", 0);
     row("$ref(7,a_B)"_q, "a_B", 7);
     row("$ref(2147483647,a)"_q, "a", 2147483647);
-    for (const auto &text : { "$ref(x,abc)"_q, "$ref(99999999999,abc)"_q, "$ref(2147483648,a)"_q,
-                              "$ref(-1,a)"_q, "$ref(0,)"_q, "$ref(,a)"_q, "$ref(0,a b)"_q,
-                              "$ref(0,a)\n"_q, "$ref(0,a))"_q, " $ref(0,a)"_q, "$ref(0,\u00e4)"_q,
-                              "$ref("_q, "$REF(0,a)"_q, ""_q }) {
+    for (const auto &text :
+         { "$ref(x,abc)"_q, "$ref(99999999999,abc)"_q, "$ref(2147483648,a)"_q, "$ref(-1,a)"_q,
+           "$ref(0,)"_q, "$ref(,a)"_q, "$ref(0,a b)"_q, "$ref(0,a)\n"_q, "$ref(0,a))"_q,
+           " $ref(0,a)"_q, "$ref(0,\u00e4)"_q, "$ref("_q, "$REF(0,a)"_q, ""_q }) {
         row(text, "", -1);
     }
 }
@@ -99,7 +99,8 @@ void tst_References::otherTextsAreText()
     QVERIFY(a->setStructValue("s"_q, "h"_q, text));
     QCOMPARE(a->getStructValue("s"_q, "f"_q).toString(), text);
     QVERIFY(storedReferences(a).isEmpty());
-    QVERIFY(a->references(0).isEmpty() && a->references(1).isEmpty() && a->references(-1).isEmpty());
+    QVERIFY(a->references(0).isEmpty() && a->references(1).isEmpty()
+            && a->references(-1).isEmpty());
     a->setStructValue("s"_q, "h"_q, QJsonValue::Null);
     context.undo();
     settle();

@@ -37,8 +37,7 @@ QString referencesOf(const Station *station)
 }
 
 // A station that was loaded with everything it points at still unbuilt.
-const QJsonObject pendingData
-    = R"({"next": "b", "exits": {"east": "b", "west": "c"}, "notes": [
+const QJsonObject pendingData = R"({"next": "b", "exits": {"east": "b", "west": "c"}, "notes": [
         {"type": "note", "text": "one", "station": "b"}, {"type": "note", "text": "two"}]})"_o;
 
 using Operation = std::function<QString(GraphContext &, Station *)>;
@@ -98,8 +97,8 @@ void tst_DocumentProperties::pendingDataIsFinishedByEachOperation_data()
         return next(a);
     });
     row("link: copy", "b", [](auto &context, Station *a) {
-        Station *other = context.find("other"_q) ? context.find("other"_q)
-                                                 : context.station("other"_q);
+        Station *other =
+            context.find("other"_q) ? context.find("other"_q) : context.station("other"_q);
         other->d->next.copy(&a->d->next);
         return idOf(other->next());
     });
@@ -112,9 +111,8 @@ void tst_DocumentProperties::pendingDataIsFinishedByEachOperation_data()
         return QString::number(a->serialize().value("notes"_q).toArray().size());
     });
     row("list: elements", "one two", [](auto &, Station *a) { return a->noteTexts(); });
-    row("list: index", "1", [](auto &, Station *a) {
-        return QString::number(a->d->notes.indexOf(a->d->notes.at(1)));
-    });
+    row("list: index", "1",
+        [](auto &, Station *a) { return QString::number(a->d->notes.indexOf(a->d->notes.at(1))); });
     row("list: insert", "one new two", [](auto &, Station *a) {
         if (a->d->notes.count() == 2) {
             a->insertListElement("notes"_q, a->newNote("new"_q), 1);
@@ -132,14 +130,15 @@ void tst_DocumentProperties::pendingDataIsFinishedByEachOperation_data()
         return a->noteTexts();
     });
     row("list: copy", "one two", [](auto &context, Station *a) {
-        Station *other = context.find("other"_q) ? context.find("other"_q)
-                                                 : context.station("other"_q);
+        Station *other =
+            context.find("other"_q) ? context.find("other"_q) : context.station("other"_q);
         other->d->notes.copy(&a->d->notes);
         return other->noteTexts();
     });
     row("map: get", "east:b west:c", [](auto &, Station *a) { return a->exitTexts(); });
-    row("map: to JSON", "c",
-        [](auto &, Station *a) { return a->d->exits.toJson().toObject().value("west"_q).toString(); });
+    row("map: to JSON", "c", [](auto &, Station *a) {
+        return a->d->exits.toJson().toObject().value("west"_q).toString();
+    });
     row("map: insert", "east:b north:d west:c", [](auto &context, Station *a) {
         a->d->exits.insert("north"_q, context.find("d"_q));
         return a->exitTexts();

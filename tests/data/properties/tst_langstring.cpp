@@ -67,7 +67,8 @@ void tst_LangString::textsAreKeptByLanguage()
     QVERIFY(a->attached().isEmpty());
 
     context.levels.insert("b", Document::NoAccess);
-    Station *b = context.built("b"_q, R"({"title": {"type": "langstring", "items": {"de": "x"}}})"_o);
+    Station *b =
+        context.built("b"_q, R"({"title": {"type": "langstring", "items": {"de": "x"}}})"_o);
     QVERIFY(b->title().isEmpty() && !b->langString("title"_q));
     QVERIFY(!b->setTitle("y"_q) && !b->d->title.setLangString(nullptr));
 }
@@ -76,10 +77,14 @@ void tst_LangString::lineBreaksBecomeBlanks_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("line");
-    QTest::newRow("Unix") << "a\nb\nc"_q << "a b c"_q;
-    QTest::newRow("Windows") << "a\r\nb\r\nc"_q << "a b c"_q;
-    QTest::newRow("Macintosh") << "a\rb"_q << "a b"_q;
-    QTest::newRow("several") << "\n\r\n\n"_q << "   "_q;
+    QTest::newRow("Unix") << "a\nb\nc"_q
+                          << "a b c"_q;
+    QTest::newRow("Windows") << "a\r\nb\r\nc"_q
+                             << "a b c"_q;
+    QTest::newRow("Macintosh") << "a\rb"_q
+                               << "a b"_q;
+    QTest::newRow("several") << "\n\r\n\n"_q
+                             << "   "_q;
 }
 
 void tst_LangString::lineBreaksBecomeBlanks()
@@ -101,11 +106,20 @@ void tst_LangString::localeText_data()
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("languages");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("exact") << "de_AT"_q << "de de_AT en"_q << "de_AT"_q;
-    QTest::newRow("language") << "de_AT"_q << "de de_DE en"_q << "de"_q;
-    QTest::newRow("English") << "fr_FR"_q << "de en it"_q << "en"_q;
-    QTest::newRow("German") << "fr_FR"_q << "de it"_q << "de"_q;
-    QTest::newRow("none") << "fr_FR"_q << "it"_q << QString();
+    QTest::newRow("exact") << "de_AT"_q
+                           << "de de_AT en"_q
+                           << "de_AT"_q;
+    QTest::newRow("language") << "de_AT"_q
+                              << "de de_DE en"_q
+                              << "de"_q;
+    QTest::newRow("English") << "fr_FR"_q
+                             << "de en it"_q
+                             << "en"_q;
+    QTest::newRow("German") << "fr_FR"_q
+                            << "de it"_q
+                            << "de"_q;
+    QTest::newRow("none") << "fr_FR"_q
+                          << "it"_q << QString();
 }
 
 void tst_LangString::localeText()

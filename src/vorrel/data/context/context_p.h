@@ -9,6 +9,7 @@
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/documenttask.h>
 #include <vorrel/data/core/iupdatehandler.h>
+#include <vorrel/data/core/linkeddocument.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
@@ -16,6 +17,7 @@
 #include <QtCore/QVector>
 #include <QtNetwork/QNetworkAccessManager>
 
+#include <chrono>
 #include <deque>
 #include <optional>
 
@@ -25,6 +27,12 @@ class DocumentIncubator;
 
 struct Context::Private final : DocumentStore
 {
+    struct DependencyUpdate
+    {
+        std::chrono::steady_clock::time_point due;
+        QPointer<LinkedDocument> document;
+    };
+
     explicit Private(Context *context);
     ~Private() override;
 
@@ -57,6 +65,7 @@ struct Context::Private final : DocumentStore
     // Deferred work
     std::deque<std::unique_ptr<DocumentTask>> graphTasks;
     bool graphTasksPending = false;
+    std::deque<DependencyUpdate> dependencyUpdates; // by time
     bool closing = false;
 
     DocumentNode *insertNode(DocumentNode *node);
@@ -70,6 +79,8 @@ struct Context::Private final : DocumentStore
     void destroyNode(const std::shared_ptr<DocumentNode> &node);
     void removeDocument(LinkedDocument *document);
     void runCreationHandlers(Document *document);
+    void startDependencyTimer();
+    void runDependencyUpdates();
 
     // DocumentStore
     QObject *object() override;
@@ -88,6 +99,7 @@ struct Context::Private final : DocumentStore
     void reportDocumentChange(Document *document) override;
     void linkDocuments(DocumentNode *from, DocumentNode *to) override;
     void unlinkDocuments(DocumentNode *from, DocumentNode *to) override;
+    void delayDependencyUpdate(LinkedDocument *document) override;
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
     void incubate(IIncubatable *object) override;
     void finishIncubation() override;

@@ -4,10 +4,15 @@
 // Context: what it does for its documents, behind the interface that they know.
 
 #include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context_p.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/core/accesscontroller.h>
 #include <vorrel/data/core/documenttasks_p.h>
+
+#include <QtCore/QTimer>
+
+#include <algorithm>
 
 namespace vo::data {
 
@@ -233,6 +238,41 @@ void Context::Private::unlinkDocuments(DocumentNode *from, DocumentNode *to)
     }
     to->document()->scheduleAccessLevelUpdate();
     Q_EMIT q->documentUnlinked(QByteArray(from->id()), QByteArray(to->id()));
+}
+
+// One timer for all documents: thousands may be linked at a time.
+
+void Context::Private::delayDependencyUpdate(LinkedDocument *document)
+{
+    dependencyUpdates.push_back(
+        { std::chrono::steady_clock::now() + tuning::dependencyUpdateDelay, document });
+    if (dependencyUpdates.size() == 1) {
+        startDependencyTimer();
+    }
+}
+
+void Context::Private::startDependencyTimer()
+{
+    using std::chrono::milliseconds;
+    const auto remaining = std::chrono::duration_cast<milliseconds>(
+        dependencyUpdates.front().due - std::chrono::steady_clock::now());
+    QTimer::singleShot(std::max(remaining, milliseconds(0)), q, [this] { runDependencyUpdates(); });
+}
+
+void Context::Private::runDependencyUpdates()
+{
+    // Timers may be a little early.
+    constexpr std::chrono::milliseconds tolerance(10);
+    const auto now = std::chrono::steady_clock::now() + tolerance;
+    while (!dependencyUpdates.empty() && dependencyUpdates.front().due <= now) {
+        if (LinkedDocument *document = dependencyUpdates.front().document) {
+            addDocumentGraphTask(std::make_unique<DocumentDependencyUpdateTask>(document));
+        }
+        dependencyUpdates.pop_front();
+    }
+    if (!dependencyUpdates.empty()) {
+        startDependencyTimer();
+    }
 }
 
 // Bookkeeping

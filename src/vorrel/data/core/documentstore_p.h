@@ -60,6 +60,8 @@ public:
     virtual void linkDocuments(DocumentNode *from, DocumentNode *to) = 0;
     virtual void unlinkDocuments(DocumentNode *from, DocumentNode *to) = 0;
 
+    /// Has LinkedDocument::updateDependencies() called a little later.
+    virtual void delayDependencyUpdate(LinkedDocument *document) = 0;
     virtual void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) = 0;
     virtual void incubate(IIncubatable *object) = 0;
     virtual void finishIncubation() = 0;

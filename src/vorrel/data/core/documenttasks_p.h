@@ -53,6 +53,15 @@ public:
     }
 };
 
+class DocumentDependencyUpdateTask : public LinkedDocumentTask
+{
+public:
+    explicit DocumentDependencyUpdateTask(LinkedDocument *document)
+        : LinkedDocumentTask(document, &LinkedDocument::updateDependencies)
+    {
+    }
+};
+
 class RunFunctionTask : public DocumentTask
 {
 public:

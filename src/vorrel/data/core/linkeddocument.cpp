@@ -8,7 +8,6 @@
 #include <vorrel/data/base/clock_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/textids_p.h>
-#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/core/document_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documenttasks_p.h>
@@ -21,7 +20,6 @@
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
-#include <QtCore/QTimer>
 #include <QtCore/QUuid>
 
 #include <algorithm>
@@ -378,10 +376,7 @@ void LinkedDocument::scheduleDependencyUpdate()
         return;
     }
     d->dependencyUpdatePending = true;
-    QTimer::singleShot(tuning::dependencyUpdateDelay, this, [this] {
-        d->dependencyUpdatePending = false;
-        updateDependencies();
-    });
+    d->store.delayDependencyUpdate(this);
 }
 
 void LinkedDocument::aggregateDependencies(QSet<const LinkedDocument *> &documents) const
@@ -391,6 +386,7 @@ void LinkedDocument::aggregateDependencies(QSet<const LinkedDocument *> &documen
 
 void LinkedDocument::updateDependencies()
 {
+    d->dependencyUpdatePending = false;
     QSet<const LinkedDocument *> wanted;
     Document::aggregateDependencies(wanted);
     if (accessLevel() >= ReadAccess) {
