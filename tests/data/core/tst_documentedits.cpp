@@ -92,7 +92,7 @@ private Q_SLOTS:
         source->d->elements.insert(document, -1);
         document->d->target.set(target);
         document->d->elements.insert(target, -1);
-        document->setStructValue("s"_s, "link"_s, "$ref(0,x)"_s);
+        document->setStructValue("s"_s, "link"_s, LinkedDocument::encodeReference(target));
         document->setStructValue("s"_s, "text"_s, "kept"_s);
 
         document->setProperty("deleted", true);

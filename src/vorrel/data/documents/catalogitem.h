@@ -15,7 +15,7 @@ class VORREL_DATACORE_EXPORT CatalogItem : public vo::data::LinkedDocument
     QML_UNCREATABLE("Documents are made by a Context")
     VO_PROPERTY(QString, name, setName)
     VO_PROPERTY(QString, description, setDescription)
-    Q_PROPERTY(QString label READ label NOTIFY nameChanged)
+    Q_PROPERTY(QString label READ label NOTIFY nameChanged STORED false)
 
 public:
     explicit CatalogItem(Context *context);

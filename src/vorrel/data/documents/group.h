@@ -16,7 +16,7 @@ class VORREL_DATACORE_EXPORT Group : public vo::data::LinkedDocument
     Q_CLASSINFO("DocumentType", "group")
     VO_PROPERTY(vo::data::Group *, parentGroup, setParentGroup)
     Q_PROPERTY(QQmlListProperty<vo::data::Group> childGroups READ childGroupList NOTIFY
-                   childGroupsChanged)
+                   childGroupsChanged STORED false)
 
 public:
     explicit Group(Context *context);
