@@ -78,6 +78,9 @@ void Document::leaveAttachments()
 {
     for (Document *target : std::as_const(d->attached)) {
         target->removeReferencingDocument(this);
+        if (auto *linked = qobject_cast<LinkedDocument *>(target)) {
+            linked->removeDeleteHandlersOf(this);
+        }
     }
     for (Document *source : std::as_const(d->referencing)) {
         source->d->attached.removeAll(this);

@@ -24,6 +24,8 @@
 #include <QtCore/QTimer>
 #include <QtCore/QUuid>
 
+#include <algorithm>
+
 namespace vo::data {
 
 LinkedDocument::Private::Private(LinkedDocument *document, Context *owner)
@@ -223,14 +225,26 @@ bool LinkedDocument::deleted() const
     return d->deleted.get();
 }
 
-void LinkedDocument::addDeleteHandler(IDeleteHandler *handler)
+void LinkedDocument::addDeleteHandler(IDeleteHandler *handler, const Document *owner)
 {
-    d->deleteHandlers.append(handler);
+    d->deleteHandlers.append({ handler, owner });
 }
 
 void LinkedDocument::removeDeleteHandler(IDeleteHandler *handler)
 {
-    d->deleteHandlers.removeOne(handler);
+    const auto found =
+        std::find_if(d->deleteHandlers.begin(), d->deleteHandlers.end(),
+                     [handler](const auto &entry) { return entry.handler == handler; });
+    if (found != d->deleteHandlers.end()) {
+        d->deleteHandlers.erase(found);
+    }
+}
+
+void LinkedDocument::removeDeleteHandlersOf(const Document *owner)
+{
+    const auto gone = std::remove_if(d->deleteHandlers.begin(), d->deleteHandlers.end(),
+                                     [owner](const auto &entry) { return entry.owner == owner; });
+    d->deleteHandlers.erase(gone, d->deleteHandlers.end());
 }
 
 void LinkedDocument::setDeleted(bool deleted)
@@ -238,8 +252,8 @@ void LinkedDocument::setDeleted(bool deleted)
     if (d->deleted.get() == deleted || accessLevel() < WriteAccess) {
         return;
     }
-    for (const IDeleteHandler *handler : std::as_const(d->deleteHandlers)) {
-        if (!handler->canDelete()) {
+    for (const auto &entry : std::as_const(d->deleteHandlers)) {
+        if (!entry.handler->canDelete()) {
             return;
         }
     }
@@ -274,7 +288,7 @@ void LinkedDocument::clearLinks()
     }
     clearStructReferences();
     while (self && !d->deleteHandlers.isEmpty()) {
-        d->deleteHandlers.takeFirst()->removeDocument(this);
+        d->deleteHandlers.takeFirst().handler->removeDocument(this);
     }
 }
 

@@ -150,10 +150,12 @@ Q_SIGNALS:
 
 private:
     friend class AccessController;
+    friend class Document;
     friend class DocumentPropertyBase;
 
-    void addDeleteHandler(IDeleteHandler *handler);
+    void addDeleteHandler(IDeleteHandler *handler, const Document *owner);
     void removeDeleteHandler(IDeleteHandler *handler);
+    void removeDeleteHandlersOf(const Document *owner);
     [[nodiscard]] bool hasImplicitReadAccess() const;
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();

@@ -13,6 +13,13 @@ namespace vo::data {
 
 struct LinkedDocument::Private
 {
+    /// A property of \a owner that points here.
+    struct DeleteHandler
+    {
+        IDeleteHandler *handler;
+        const Document *owner;
+    };
+
     Private(LinkedDocument *document, Context *owner);
 
     LinkedDocument *const q;
@@ -26,7 +33,7 @@ struct LinkedDocument::Private
     int changeSequence = 0; // edits since the last save; above 0 means dirty
     QSet<QByteArray> currentAttachments;
     QJsonObject data;
-    QVector<IDeleteHandler *> deleteHandlers;
+    QVector<DeleteHandler> deleteHandlers;
     mutable std::unique_ptr<AccessController> accessController; // made on first demand
     Property<bool> deleted;
     Property<QString> label;

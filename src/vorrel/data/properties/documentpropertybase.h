@@ -28,6 +28,13 @@ public:
 
     /// A target may go if this property may be changed.
     [[nodiscard]] bool canDelete() const override;
+
+protected:
+    /// Points at \p target from now on: the document knows of it, and removeDocument() is called
+    /// when it is deleted. Slots may destroy the document and this property with it: false says
+    /// that they did.
+    [[nodiscard]] bool attach(Document *target);
+    [[nodiscard]] bool detach(Document *target);
 };
 
 } // namespace vo::data
