@@ -32,33 +32,33 @@ void forEachDocumentProperty(const std::vector<PropertyBase *> &properties, Func
 
 void Document::attachDocument(Document *document)
 {
-    const QPointer<Document> self(this);
-    const QPointer<Document> target(document);
-    const bool known = d->attached.contains(document);
-    d->attached.append(document);
-    Q_EMIT attachedDocumentsChanged();
-    if (!self) {
+    if (!document) {
         return;
     }
-    if (!known && target) {
-        target->addReferencingDocument(this);
+    // Entered on both sides before a slot may destroy one of them.
+    const QPointer<Document> self(this);
+    d->attached.append(document);
+    document->addReferencingDocument(this);
+    Q_EMIT attachedDocumentsChanged();
+    if (self) {
+        scheduleDependencyUpdate();
     }
-    scheduleDependencyUpdate();
 }
 
 void Document::detachDocument(Document *document)
 {
-    const QPointer<Document> self(this);
-    const QPointer<Document> target(document);
-    d->attached.removeOne(document);
-    Q_EMIT attachedDocumentsChanged();
-    if (!self) {
+    if (!document) {
         return;
     }
-    if (target && !d->attached.contains(document)) {
-        target->removeReferencingDocument(this);
+    const QPointer<Document> self(this);
+    d->attached.removeOne(document);
+    if (!d->attached.contains(document)) {
+        document->removeReferencingDocument(this);
     }
-    scheduleDependencyUpdate();
+    Q_EMIT attachedDocumentsChanged();
+    if (self) {
+        scheduleDependencyUpdate();
+    }
 }
 
 void Document::addReferencingDocument(Document *document)

@@ -297,8 +297,9 @@ void LinkedDocument::clearLinks()
 void LinkedDocument::attachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::attachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->attachDocument(document);
     }
 }
@@ -306,8 +307,9 @@ void LinkedDocument::attachDocument(Document *document)
 void LinkedDocument::detachDocument(Document *document)
 {
     const QPointer<LinkedDocument> self(this);
+    const QPointer<Document> target(document);
     Document::detachDocument(document);
-    if (self) {
+    if (self && target) {
         accessController()->detachDocument(document);
     }
 }
