@@ -68,7 +68,15 @@ QByteArray LinkedDocument::id() const
 
 void LinkedDocument::setDocumentId(const QString &id)
 {
-    d->id = id.toLatin1();
+    const QByteArray bytes = id.toLatin1();
+    const DocumentNode *node = d->id.isEmpty() ? nullptr : d->store.documentNode(d->id);
+    if (bytes != d->id && node && node->isInstantiated() && node->document() == this) {
+        // The Context, and whoever refers to the document, knows it by this id.
+        qCCritical(lcData, "Document %s cannot take the id \"%s\"", d->id.constData(),
+                   bytes.constData());
+        return;
+    }
+    d->id = bytes;
 }
 
 QString LinkedDocument::revision() const

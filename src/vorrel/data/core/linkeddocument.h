@@ -46,6 +46,7 @@ public:
     /// Makes the documents that every Context has from its start.
     static void createAutoInstances(Context *context);
 
+    /// The id stands from initialize() on; another one is refused with a critical log line then.
     void setDocumentId(const QString &id) override;
     void setRevision(const QString &revision) override;
     void markDirty() override;
