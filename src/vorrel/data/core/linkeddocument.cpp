@@ -381,8 +381,8 @@ QByteArray LinkedDocument::subtreeRevision() const
         const Document *document = open.takeLast();
         if (qobject_cast<const LinkedDocument *>(document)) {
             states.append(QStringLiteral("%1-%2-%3")
-                              .arg(document->documentId(), document->revision())
-                              .arg(document->changeSequenceNumber()));
+                              .arg(document->documentId(), document->revision(),
+                                   QString::number(document->changeSequenceNumber())));
         }
         const QList<Document *> targets = document->attached();
         for (const Document *target : targets) {
