@@ -31,12 +31,12 @@ public:
     explicit LinkedDocument(Context *context);
     ~LinkedDocument() override;
 
-    /// Makes the document that \p json describes. Null for an unknown type; as in the other forms
-    /// with the critical log line "Creating unknown document: %s".
+    /// Makes the document that \p json describes. Null for an unknown type, with the critical log
+    /// line "Creating unknown document: %s", and, with a warning, for an id beyond Latin-1.
     static LinkedDocument *create(const QJsonObject &json, Context *context);
 
-    /// Makes a new document; without \p id it gets one when it is first asked for. Null for an
-    /// unknown type, and, with a critical log line, if a live document has that id already.
+    /// Makes a new document; without \p id it gets one when it is first asked for. Null as above,
+    /// and, with a critical log line, if a live document has that id already.
     static LinkedDocument *create(const QString &type, Context *context);
     static LinkedDocument *create(const QString &type, const QString &id, Context *context);
 

@@ -15,6 +15,19 @@
 
 namespace vo::data {
 
+namespace {
+
+bool acceptsId(const QString &id)
+{
+    if (!isStorableId(id)) {
+        qCWarning(lcContext, "Refusing the document id %s: ids are Latin-1", qPrintable(id));
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 LinkedDocument *LinkedDocument::createInternal(const QString &type, Context *context)
 {
     LinkedDocument *document = TypeRegistry::instance().create(type, context);
@@ -26,8 +39,11 @@ LinkedDocument *LinkedDocument::createInternal(const QString &type, Context *con
 
 LinkedDocument *LinkedDocument::create(const QJsonObject &json, Context *context)
 {
-    const QString type = json.value(jsonkeys::type).toString();
-    const QPointer<LinkedDocument> document(createInternal(type, context));
+    if (!acceptsId(json.value(jsonkeys::id).toString())) {
+        return nullptr;
+    }
+    const QPointer<LinkedDocument> document(
+        createInternal(json.value(jsonkeys::type).toString(), context));
     if (!document) {
         return nullptr;
     }
@@ -53,19 +69,20 @@ LinkedDocument *LinkedDocument::create(const QString &type, Context *context)
 
 LinkedDocument *LinkedDocument::create(const QString &type, const QString &id, Context *context)
 {
-    if (!isStorableId(id)) {
-        qCWarning(lcContext, "Refusing the document id %s: ids are Latin-1", qPrintable(id));
+    if (!acceptsId(id)) {
         return nullptr;
     }
-    if (!id.isEmpty() && !documentStore(context).releaseId(id.toLatin1())) {
-        qCCritical(lcContext, "A document with the id %s exists already", qPrintable(id));
-        return nullptr;
-    }
+    // Made before the id is released: an unknown type must not cost a deleted document its place.
     const QPointer<LinkedDocument> document(createInternal(type, context));
     if (!document) {
         return nullptr;
     }
     if (!id.isEmpty()) {
+        if (!documentStore(context).releaseId(id.toLatin1())) {
+            qCCritical(lcContext, "A document with the id %s exists already", qPrintable(id));
+            delete document;
+            return nullptr;
+        }
         document->setDocumentId(id);
     }
     document->completeNew();
