@@ -158,6 +158,9 @@ private:
     void removeDeleteHandler(IDeleteHandler *handler);
     void removeDeleteHandlersOf(const Document *owner);
     [[nodiscard]] bool hasImplicitReadAccess() const;
+    void computeFirstAccessLevel();
+    [[nodiscard]] std::vector<LinkedDocument *> sourcesToAsk() const;
+    void correctAnswersOfRing();
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();
     void readAccessChanged();

@@ -11,6 +11,7 @@
 #include <QtCore/QSignalBlocker>
 
 #include <algorithm>
+#include <vector>
 
 namespace vo::data {
 
@@ -24,12 +25,70 @@ AccessController *LinkedDocument::accessController() const
 
 Document::AccessLevel LinkedDocument::accessLevel() const
 {
-    if (d->accessLevel == UnknownAccess) {
-        // The first question is no change.
-        const QSignalBlocker blocker(d->q);
-        d->q->updateAccessLevel();
+    if (d->accessLevel != UnknownAccess) {
+        return d->accessLevel;
     }
-    return d->accessLevel;
+    if (!d->accessInQuestion) {
+        d->q->computeFirstAccessLevel();
+    }
+    return std::max(d->accessLevel, NoAccess);
+}
+
+// A document without access of its own has to ask those that refer to it, which have to ask in
+// turn. Documents may refer to each other in long chains and in rings, so this keeps a stack of
+// its own; where a ring closes, the question counts as no access for the time being.
+void LinkedDocument::computeFirstAccessLevel()
+{
+    std::vector<LinkedDocument *> open { this };
+    while (!open.empty()) {
+        LinkedDocument *document = open.back();
+        Private &record = *document->d;
+        if (record.accessLevel == UnknownAccess && !record.accessInQuestion) {
+            record.accessInQuestion = true;
+            const std::vector<LinkedDocument *> sources = document->sourcesToAsk();
+            open.insert(open.end(), sources.begin(), sources.end());
+            continue;
+        }
+        open.pop_back();
+        if (record.accessLevel == UnknownAccess) {
+            // The first answer is no change.
+            const QSignalBlocker blocker(document);
+            document->updateAccessLevel();
+            record.accessInQuestion = false;
+            document->correctAnswersOfRing();
+        }
+    }
+}
+
+std::vector<LinkedDocument *> LinkedDocument::sourcesToAsk() const
+{
+    std::vector<LinkedDocument *> sources;
+    const DocumentNode *node = d->store.documentNode(id());
+    if (!node || node->incoming().isEmpty() || accessController()->accessLevel() >= ReadAccess) {
+        return sources;
+    }
+    for (const DocumentEdge *edge : node->incoming()) {
+        LinkedDocument *source = edge->source->document();
+        if (source && source->d->accessLevel == UnknownAccess && !source->d->accessInQuestion) {
+            sources.push_back(source);
+        }
+    }
+    return sources;
+}
+
+// Targets that were answered while this document was in question do not know that it is readable.
+void LinkedDocument::correctAnswersOfRing()
+{
+    const DocumentNode *node = d->accessLevel < ReadAccess ? nullptr : d->store.documentNode(id());
+    if (!node) {
+        return;
+    }
+    for (const DocumentEdge *edge : node->outgoing()) {
+        LinkedDocument *target = edge->target->document();
+        if (target && target->d->accessLevel == NoAccess) {
+            target->scheduleAccessLevelUpdate();
+        }
+    }
 }
 
 bool LinkedDocument::implicitReadAccess() const
@@ -39,6 +98,9 @@ bool LinkedDocument::implicitReadAccess() const
 
 void LinkedDocument::overrideAccessLevel()
 {
+    // The first answer counts as pending from the beginning. As long as it is outstanding, no
+    // update could be asked for that ends this.
+    static_cast<void>(accessLevel());
     d->accessLevel = WriteAccess;
 }
 

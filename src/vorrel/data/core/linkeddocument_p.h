@@ -39,6 +39,7 @@ struct LinkedDocument::Private
     Property<QString> label;
     AccessLevel accessLevel = UnknownAccess;
     bool accessUpdatePending = true;
+    bool accessInQuestion = false; // the first answer is being looked for
     bool implicitRead = false;
     bool changeReportPending = false;
     bool dependencyUpdatePending = false;
