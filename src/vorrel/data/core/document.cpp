@@ -54,8 +54,9 @@ QString Document::typeOf(const QMetaObject &metaObject)
 
 bool Document::isBaseType(const QString &base, const QString &type)
 {
-    // Segment by segment is the same as: a prefix that ends where a segment of the type ends.
-    return type.startsWith(base)
+    // Segment by segment is the same as: a prefix that ends where a segment of the type ends. Qt
+    // does not let a null string start with an empty one.
+    return (base.isEmpty() || type.startsWith(base))
         && (type.size() == base.size() || type.at(base.size()) == QLatin1Char(':'));
 }
 
