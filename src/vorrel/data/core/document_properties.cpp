@@ -10,6 +10,8 @@
 
 #include <QtCore/QPointer>
 
+#include <algorithm>
+
 namespace vo::data {
 
 void Document::addProperty(PropertyBase *property)
@@ -27,14 +29,12 @@ const std::vector<PropertyBase *> &Document::properties() const
 
 PropertyBase *Document::propertyValue(const QString &name) const
 {
-    // Documents have a dozen properties or two: a walk is as fast as a hash, and needs none.
+    // Documents have a dozen properties or two: a walk is as fast as a hash, and needs none. From
+    // the end, so that a class may take over a name of its base class.
     const QByteArray key = name.toLatin1();
-    for (PropertyBase *property : d->properties) {
-        if (property->name() == key) {
-            return property;
-        }
-    }
-    return nullptr;
+    const auto found = std::find_if(d->properties.rbegin(), d->properties.rend(),
+                                    [&](const PropertyBase *p) { return p->name() == key; });
+    return found == d->properties.rend() ? nullptr : *found;
 }
 
 DocumentListPropertyBase *Document::listProperty(const QString &name) const
