@@ -27,7 +27,9 @@ void GenericChange::unapply()
 void GenericChange::call(bool forward)
 {
     if (document()) {
-        m_function(forward);
+        // A copy: what the function emits may make the recorder delete this change.
+        const std::function<void(bool)> function = m_function;
+        function(forward);
     }
 }
 
