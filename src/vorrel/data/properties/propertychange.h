@@ -29,10 +29,11 @@ public:
     [[nodiscard]] quint64 uniqueKey() const override { return m_key; }
 
     /// The key folds an address, and an address may be used again after its document has gone: so
-    /// the property and the document have to be the same, too.
+    /// the property and the document have to be the same, too. And a change of another kind may
+    /// have the same key by chance.
     [[nodiscard]] bool canMergeWith(const Change *other) const override
     {
-        if (!Change::canMergeWith(other)) {
+        if (!Change::canMergeWith(other) || other->type() != type()) {
             return false;
         }
         const auto *change = static_cast<const PropertyChange *>(other);
