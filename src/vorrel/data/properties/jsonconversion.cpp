@@ -30,18 +30,22 @@ int truncated(double value)
     return fits ? int(value) : 0;
 }
 
+/// The general rule, but with 0 for what the type cannot hold, where a cast would wrap around or
+/// be undefined.
 template <typename Integer>
 Integer integerFromJson(const QJsonValue &json)
 {
-    if (json.isDouble()) {
-        const double value = json.toDouble();
-        // The limit of qint64 is no double: the next one above it is.
-        const double limit = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
-        if (!(value > -limit - 1.0 && value < limit)) {
+    const QVariant value = json.toVariant();
+    if (value.userType() == QMetaType::Double) {
+        const double limit = std::ldexp(1.0, 63); // the next double above the largest qint64
+        if (value.toDouble() < -limit || value.toDouble() >= limit) {
             return 0;
         }
     }
-    return json.toVariant().value<Integer>();
+    const auto number = value.value<qint64>();
+    const bool fits = number >= std::numeric_limits<Integer>::min()
+        && number <= std::numeric_limits<Integer>::max();
+    return fits ? Integer(number) : 0;
 }
 
 QColor::NameFormat nameFormat(const QColor &color)

@@ -96,7 +96,8 @@ VORREL_DECLARE_JSON_CONVERSION(QFont)
 
 #undef VORREL_DECLARE_JSON_CONVERSION
 
-// The native types: the same results as the general rule, without the way through a variant.
+// The native types: the results of the general rule, without the way through a variant. An integer
+// that the type cannot hold reads as 0.
 template <>
 VORREL_DATACORE_EXPORT QString convertFromJson<QString>(const QJsonValue &json);
 template <>
