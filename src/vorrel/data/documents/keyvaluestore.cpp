@@ -42,7 +42,8 @@ bool KeyValueStore::setValue(const QString &key, const QVariant &value)
     // Objects and arrays of JavaScript arrive wrapped.
     const QVariant plain
         = value.userType() == qMetaTypeId<QJSValue>() ? value.value<QJSValue>().toVariant() : value;
-    return d->data.set(key, plain);
+    // What is kept is what will be stored: never a pointer to an object that may go.
+    return d->data.set(key, QJsonValue::fromVariant(plain).toVariant());
 }
 
 bool KeyValueStore::clearValue(const QString &key)

@@ -17,7 +17,7 @@ class VORREL_DATACORE_EXPORT KeyValueStore : public vo::data::LinkedDocument
     QML_UNCREATABLE("Documents are made by a Context")
     Q_CLASSINFO("DocumentType", "keyvaluestore")
     Q_PROPERTY(QJsonObject data READ data NOTIFY dataChanged)
-    Q_PROPERTY(QStringList keys READ keys NOTIFY dataChanged)
+    Q_PROPERTY(QStringList keys READ keys NOTIFY dataChanged STORED false)
 
 public:
     explicit KeyValueStore(Context *context);
