@@ -365,6 +365,7 @@ private Q_SLOTS:
         QCOMPARE(edges.size(), 1);
         delete second; // both lists forget it
         QVERIFY(fixture->localDocuments().isEmpty() && !fixture->hasLocalChanges());
+        processEvents(); // told when it has gone
         QCOMPARE(edges.size(), 2);
         QCOMPARE(locals.size(), 4);
     }

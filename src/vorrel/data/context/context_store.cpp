@@ -123,8 +123,6 @@ bool Context::Private::releaseId(const QByteArray &id)
 
 void Context::Private::forgetDocument(LinkedDocument *document)
 {
-    // A slot below may destroy the Context, with all of its nodes and children.
-    document->setParent(nullptr);
     DocumentNode *node = documentNode(document->id());
     if (node && node->m_document == document) {
         // Somebody else destroyed the document. The node goes with it, so that the id can be
@@ -132,17 +130,31 @@ void Context::Private::forgetDocument(LinkedDocument *document)
         node->m_document = nullptr;
         addDocumentGraphTask(std::make_unique<RunFunctionTask>([taken = takeNode(node)] {}));
     }
-    const QPointer<Context> self(q);
     const bool wasLocal = locals.removeOne(document);
-    markClean(document);
-    if (self && wasLocal) {
-        Q_EMIT q->localDocumentsChanged();
+    const bool wasLastDirty = dirtyDocuments.remove(document) && dirtyDocuments.isEmpty();
+    if (wasLocal || wasLastDirty) {
+        // Told later: guarded pointers still lead to the document here, half destroyed as it is,
+        // and a slot might even destroy it again.
+        addDocumentGraphTask(std::make_unique<RunFunctionTask>([this, wasLocal, wasLastDirty] {
+            const QPointer<Context> self(q);
+            if (wasLocal) {
+                Q_EMIT q->localDocumentsChanged();
+            }
+            if (self && wasLastDirty) {
+                Q_EMIT q->hasLocalChangesChanged();
+            }
+        }));
     }
 }
 
 std::shared_ptr<DocumentNode> Context::Private::takeNode(DocumentNode *node)
 {
     documentNodes.remove(node->id());
+    for (const DocumentEdge *edge : node->outgoing()) {
+        if (LinkedDocument *target = edge->target->document()) {
+            target->scheduleAccessLevelUpdate(); // it may have been readable through this edge
+        }
+    }
     while (!node->outgoing().isEmpty()) {
         destroyEdge(node->outgoing().constFirst());
     }
