@@ -35,7 +35,8 @@ constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
 /// Time in which changes of references gather before the edges of a document follow.
 constexpr std::chrono::milliseconds dependencyUpdateDelay = 100ms;
 
-/// Longest type string that is looked at for generic documents; types come from the database.
+/// Longest custom type, behind "data:", that makes a generic document; types come from the
+/// database.
 constexpr int maximumTypeLength = 255;
 
 } // namespace vo::data::tuning

@@ -56,6 +56,12 @@ public:
     /// The class registered under \p type, or null.
     [[nodiscard]] const QMetaObject *documentType(const QString &type) const;
 
+    /// All registered classes by their types; that of the fallback is one of them.
+    [[nodiscard]] const QHash<QString, const QMetaObject *> &documentTypes() const
+    {
+        return m_documentTypes;
+    }
+
 private:
     TypeRegistry() = default;
 
