@@ -64,7 +64,8 @@ QList<QMetaProperty> storedProperties(const Document &document)
         ? LinkedDocument::staticMetaObject
         : InlineDocument::staticMetaObject;
     QList<QMetaProperty> properties;
-    for (int index = base.propertyCount(); index < document.metaObject()->propertyCount(); ++index) {
+    for (int index = base.propertyCount(); index < document.metaObject()->propertyCount();
+         ++index) {
         const QMetaProperty property = document.metaObject()->property(index);
         if (property.isStored()) {
             properties += property;

@@ -11,8 +11,8 @@
 namespace vo::data::qtcompat {
 
 /// The index and count type of QQmlListProperty.
-using ListSize = std::invoke_result_t<QQmlListProperty<QObject>::CountFunction,
-                                      QQmlListProperty<QObject> *>;
+using ListSize =
+    std::invoke_result_t<QQmlListProperty<QObject>::CountFunction, QQmlListProperty<QObject> *>;
 
 /// Font weights are stored on the scale of Qt 5: 0 to 99, normal 50, bold 75.
 int storedFontWeight(const QFont &font);

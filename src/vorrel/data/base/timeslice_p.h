@@ -12,8 +12,7 @@ class TimeSlice
 public:
     explicit TimeSlice(std::chrono::milliseconds budget)
         : m_end(Clock::now() + budget)
-    {
-    }
+    { }
 
     [[nodiscard]] bool isOver() const { return Clock::now() >= m_end; }
 

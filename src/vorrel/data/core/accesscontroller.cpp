@@ -11,8 +11,7 @@ namespace vo::data {
 
 AccessController::AccessController(LinkedDocument *document)
     : m_document(document)
-{
-}
+{ }
 
 AccessController::~AccessController() = default;
 
@@ -31,9 +30,9 @@ bool AccessController::setParameters(const QJsonValue & /*parameters*/)
     return false;
 }
 
-void AccessController::attachDocument(Document * /*target*/) {}
+void AccessController::attachDocument(Document * /*target*/) { }
 
-void AccessController::detachDocument(Document * /*target*/) {}
+void AccessController::detachDocument(Document * /*target*/) { }
 
 LinkedDocument *AccessController::document() const
 {

@@ -8,8 +8,7 @@ namespace vo::data {
 
 Change::Change(Document *document)
     : m_document(document)
-{
-}
+{ }
 
 Change::~Change() = default;
 
@@ -23,7 +22,7 @@ bool Change::canMergeWith(const Change *other) const
     return uniqueKey() != 0 && other->uniqueKey() == uniqueKey();
 }
 
-void Change::mergeWith(const Change * /*other*/) {}
+void Change::mergeWith(const Change * /*other*/) { }
 
 bool Change::isValid() const
 {

@@ -18,8 +18,7 @@ namespace vo::data {
 Document::Document(QObject *parent)
     : QObject(parent)
     , d(new Private)
-{
-}
+{ }
 
 Document::~Document() = default;
 
@@ -218,14 +217,14 @@ void Document::applyChange(std::unique_ptr<Change> &&change)
 
 // What a document without identity answers
 
-void Document::convert(const QJsonObject & /*object*/) {}
+void Document::convert(const QJsonObject & /*object*/) { }
 
 QSet<QByteArray> Document::currentAttachments() const
 {
     return {};
 }
 
-void Document::setCurrentAttachments(const QSet<QByteArray> & /*hashes*/) {}
+void Document::setCurrentAttachments(const QSet<QByteArray> & /*hashes*/) { }
 
 const Document *Document::linkSource() const
 {
@@ -237,11 +236,11 @@ Document::StorageFlags Document::storageFlags() const
     return NoStorageFlag;
 }
 
-void Document::initialize() {}
+void Document::initialize() { }
 
-void Document::attachmentDownloadFinished() {}
+void Document::attachmentDownloadFinished() { }
 
-void Document::reportDocumentChange() {}
+void Document::reportDocumentChange() { }
 
 QString Document::type() const
 {
@@ -283,7 +282,7 @@ bool Document::deleted() const
     return false;
 }
 
-void Document::setDeleted(bool /*deleted*/) {}
+void Document::setDeleted(bool /*deleted*/) { }
 
 Document::AccessLevel Document::accessLevel() const
 {

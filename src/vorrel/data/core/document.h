@@ -61,10 +61,9 @@ class VORREL_DATACORE_EXPORT Document : public QObject
     Q_PROPERTY(QString label READ label NOTIFY labelChanged)
     Q_PROPERTY(QQmlListProperty<vo::data::Document> attachedDocuments READ attachedDocuments NOTIFY
                    attachedDocumentsChanged)
-    Q_PROPERTY(vo::data::Document::AccessLevel accessLevel READ accessLevel NOTIFY
-                   accessLevelChanged)
     Q_PROPERTY(
-        bool implicitReadAccess READ implicitReadAccess NOTIFY implicitReadAccessChanged)
+        vo::data::Document::AccessLevel accessLevel READ accessLevel NOTIFY accessLevelChanged)
+    Q_PROPERTY(bool implicitReadAccess READ implicitReadAccess NOTIFY implicitReadAccessChanged)
     Q_PROPERTY(bool deleted READ deleted WRITE setDeleted NOTIFY deletedChanged)
 
 public:
@@ -78,9 +77,9 @@ public:
 
     enum StorageFlag {
         NoStorageFlag = 0,
-        StoreNewDocument = 1, ///< a new document is dirty at once, so that it is saved
+        StoreNewDocument = 1,  ///< a new document is dirty at once, so that it is saved
         CreatedInternally = 2, ///< its creation is not recorded for undo
-        IgnoreChangeFeed = 4, ///< remote revisions are not looked at
+        IgnoreChangeFeed = 4,  ///< remote revisions are not looked at
     };
     Q_DECLARE_FLAGS(StorageFlags, StorageFlag)
     Q_FLAG(StorageFlags)

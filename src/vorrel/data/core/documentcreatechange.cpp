@@ -8,8 +8,7 @@ namespace vo::data {
 
 DocumentCreateChange::DocumentCreateChange(Document *document)
     : Change(document)
-{
-}
+{ }
 
 DocumentCreateChange::~DocumentCreateChange() = default;
 

@@ -17,15 +17,13 @@ DocumentNode::DocumentNode(Context *context, const QByteArray &id, const QJsonOb
     : m_data(data)
     , m_id(id)
     , m_context(context)
-{
-}
+{ }
 
 DocumentNode::DocumentNode(LinkedDocument *document)
     : m_id(document->id())
     , m_context(document->context())
     , m_document(document)
-{
-}
+{ }
 
 DocumentNode::~DocumentNode()
 {

@@ -12,8 +12,7 @@ DocumentReferenceIncubator::DocumentReferenceIncubator(LinkedDocument *document,
                                                        const QByteArray &id)
     : m_document(document)
     , m_id(id)
-{
-}
+{ }
 
 bool DocumentReferenceIncubator::incubate(Context *context)
 {

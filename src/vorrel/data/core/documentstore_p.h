@@ -66,8 +66,8 @@ public:
     virtual void incubate(IIncubatable *object) = 0;
     virtual void finishIncubation() = 0;
 
-    [[nodiscard]] virtual std::unique_ptr<AccessController>
-    createAccessController(LinkedDocument *document) = 0;
+    [[nodiscard]] virtual std::unique_ptr<AccessController> createAccessController(
+        LinkedDocument *document) = 0;
 };
 
 /// The store behind \p context. \pre context is not null

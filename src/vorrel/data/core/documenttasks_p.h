@@ -20,8 +20,7 @@ public:
     LinkedDocumentTask(LinkedDocument *document, Operation operation)
         : m_document(document)
         , m_operation(operation)
-    {
-    }
+    { }
 
     void run() override
     {
@@ -40,8 +39,7 @@ class DocumentAccessLevelUpdateTask : public LinkedDocumentTask
 public:
     explicit DocumentAccessLevelUpdateTask(LinkedDocument *document)
         : LinkedDocumentTask(document, &LinkedDocument::updateAccessLevel)
-    {
-    }
+    { }
 };
 
 class DocumentChangeReportTask : public LinkedDocumentTask
@@ -49,8 +47,7 @@ class DocumentChangeReportTask : public LinkedDocumentTask
 public:
     explicit DocumentChangeReportTask(LinkedDocument *document)
         : LinkedDocumentTask(document, &LinkedDocument::deliverDocumentChange)
-    {
-    }
+    { }
 };
 
 class DocumentDependencyUpdateTask : public LinkedDocumentTask
@@ -58,8 +55,7 @@ class DocumentDependencyUpdateTask : public LinkedDocumentTask
 public:
     explicit DocumentDependencyUpdateTask(LinkedDocument *document)
         : LinkedDocumentTask(document, &LinkedDocument::updateDependencies)
-    {
-    }
+    { }
 };
 
 class RunFunctionTask : public DocumentTask
@@ -67,8 +63,7 @@ class RunFunctionTask : public DocumentTask
 public:
     explicit RunFunctionTask(std::function<void()> function)
         : m_function(std::move(function))
-    {
-    }
+    { }
 
     void run() override { m_function(); }
 

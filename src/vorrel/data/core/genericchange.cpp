@@ -9,8 +9,7 @@ namespace vo::data {
 GenericChange::GenericChange(Document *document, std::function<void(bool forward)> function)
     : Change(document)
     , m_function(std::move(function))
-{
-}
+{ }
 
 GenericChange::~GenericChange() = default;
 

@@ -11,7 +11,7 @@ IIncubatable::~IIncubatable()
     leave();
 }
 
-void IIncubatable::finishIncubation() {}
+void IIncubatable::finishIncubation() { }
 
 void IIncubatable::enter(IncubationQueue &queue)
 {

@@ -18,8 +18,7 @@ namespace vo::data {
 InlineDocument::InlineDocument(Document *parent)
     : Document(parent)
     , m_context(parent->context())
-{
-}
+{ }
 
 InlineDocument::~InlineDocument()
 {
@@ -36,8 +35,7 @@ InlineDocument::~InlineDocument()
 InlineDocument *InlineDocument::create(const QJsonObject &json, Document *parent)
 {
     const QString type = json.value(jsonkeys::type).toString();
-    const QPointer<InlineDocument> document(
-        TypeRegistry::instance().createInline(type, parent));
+    const QPointer<InlineDocument> document(TypeRegistry::instance().createInline(type, parent));
     if (!document) {
         qCWarning(lcData, "Document %s holds an inline document of the unknown type \"%s\"",
                   parent->id().constData(), qPrintable(type));
@@ -60,8 +58,7 @@ InlineDocument *InlineDocument::create(const QJsonObject &json, Document *parent
 
 InlineDocument *InlineDocument::create(const QString &type, Document *parent)
 {
-    const QPointer<InlineDocument> document(
-        TypeRegistry::instance().createInline(type, parent));
+    const QPointer<InlineDocument> document(TypeRegistry::instance().createInline(type, parent));
     if (!document) {
         return nullptr;
     }
@@ -243,14 +240,13 @@ bool InlineDocument::isLocal() const
     return true;
 }
 
-void InlineDocument::setDocumentId(const QString & /*id*/) {}
+void InlineDocument::setDocumentId(const QString & /*id*/) { }
 
-void InlineDocument::setRevision(const QString & /*revision*/) {}
+void InlineDocument::setRevision(const QString & /*revision*/) { }
 
 void InlineDocument::markClean(const QString & /*revision*/, int /*sequence*/,
                                const QSet<QByteArray> & /*attachments*/)
-{
-}
+{ }
 
 } // namespace vo::data
 

@@ -12,9 +12,9 @@ class DocumentPropertyBase;
 /// It has no id of its own: identity, revision, timestamps and access are those of its parent, and
 /// its edits make the document dirty whose property holds it.
 ///
-/// It is the child of its parent, and of the document whose property it enters. One that no property
-/// holds counts as deleted; one that left its property, and that no change may bring back, is
-/// destroyed in a later turn of the event loop.
+/// It is the child of its parent, and of the document whose property it enters. One that no
+/// property holds counts as deleted; one that left its property, and that no change may bring back,
+/// is destroyed in a later turn of the event loop.
 class VORREL_DATACORE_EXPORT InlineDocument : public vo::data::Document
 {
     Q_OBJECT

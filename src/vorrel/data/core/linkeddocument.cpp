@@ -34,14 +34,12 @@ LinkedDocument::Private::Private(LinkedDocument *document, Context *owner)
     , creationVersion(Version::currentVersion())
     , deleted("deleted", document)
     , label("label", document)
-{
-}
+{ }
 
 LinkedDocument::LinkedDocument(Context *context)
     : Document(documentStore(context).object())
     , d(new Private(this, context))
-{
-}
+{ }
 
 LinkedDocument::~LinkedDocument()
 {

@@ -149,7 +149,7 @@ LinkedDocument *LinkedDocument::copy()
     return document;
 }
 
-void LinkedDocument::initializeCopy(const LinkedDocument * /*source*/) {}
+void LinkedDocument::initializeCopy(const LinkedDocument * /*source*/) { }
 
 void LinkedDocument::initialize()
 {

@@ -43,15 +43,15 @@ struct LinkedDocument::Private
     LinkedDocument *const q;
     Context *const context;
     DocumentStore &store;
-    mutable QByteArray id; // made on first demand
-    QByteArray revision; // empty: never stored
-    qint64 created; // ms since the epoch
+    mutable QByteArray id;           // made on first demand
+    QByteArray revision;             // empty: never stored
+    qint64 created;                  // ms since the epoch
     mutable QString creationVersion; // of the library that last wrote the document
-    qint64 edited = 0; // ms since the epoch
-    int changeSequence = 0; // edits since the last save; above 0 means dirty
+    qint64 edited = 0;               // ms since the epoch
+    int changeSequence = 0;          // edits since the last save; above 0 means dirty
     QSet<QByteArray> currentAttachments;
     QJsonObject data;
-    QHash<QString, int> referenceCounts; // by reference text
+    QHash<QString, int> referenceCounts;                          // by reference text
     QHash<QByteArray, QPointer<LinkedDocument>> linkedReferences; // attached for a reference
     QVector<DeleteHandler> deleteHandlers;
     mutable std::unique_ptr<AccessController> accessController; // made on first demand

@@ -152,12 +152,12 @@ void LinkedDocument::purgeReference(const QObject *object)
     const QPointer<LinkedDocument> self(this);
     const QString text = encodeReference(object);
     const QJsonObject data = d->data; // which changes below
-    forEachStructField(data, [&](const QString &key, const QString &field,
-                                 const QJsonValue &value) {
-        if (self && value.toString() == text) {
-            setStructValue(key, field, QJsonValue::Null);
-        }
-    });
+    forEachStructField(data,
+                       [&](const QString &key, const QString &field, const QJsonValue &value) {
+                           if (self && value.toString() == text) {
+                               setStructValue(key, field, QJsonValue::Null);
+                           }
+                       });
 }
 
 // Attaching
@@ -165,8 +165,8 @@ void LinkedDocument::purgeReference(const QObject *object)
 void LinkedDocument::attachReference(const QByteArray &id, LinkedDocument *target)
 {
     const QPointer<LinkedDocument> self(this);
-    const QPointer<LinkedDocument> former
-        = std::exchange(d->linkedReferences[id], QPointer<LinkedDocument>(target));
+    const QPointer<LinkedDocument> former =
+        std::exchange(d->linkedReferences[id], QPointer<LinkedDocument>(target));
     if (former == target) {
         return;
     }

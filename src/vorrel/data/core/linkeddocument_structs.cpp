@@ -139,11 +139,12 @@ void LinkedDocument::clearStructReferences()
 {
     const QPointer<LinkedDocument> self(this);
     const QJsonObject data = d->data;
-    forEachStructField(data, [&](const QString &key, const QString &field, const QJsonValue &value) {
-        if (self && isReference(value.toString())) {
-            setStructValue(key, field, QJsonValue::Null);
-        }
-    });
+    forEachStructField(data,
+                       [&](const QString &key, const QString &field, const QJsonValue &value) {
+                           if (self && isReference(value.toString())) {
+                               setStructValue(key, field, QJsonValue::Null);
+                           }
+                       });
 }
 
 void LinkedDocument::aggregateReferences(QSet<QString> &ids) const

@@ -16,7 +16,7 @@ class LinkedDocument;
 struct ReferenceType
 {
     const QMetaObject *metaObject; // of the referable class
-    int type; // the number in the reference text
+    int type;                      // the number in the reference text
     std::function<QByteArray(const QObject *object)> id;
 
     /// Whether \a owner may refer to the object.

@@ -64,7 +64,8 @@ bool TypeRegistry::addType(const QString &type, const QMetaObject &metaObject)
 {
     PropertyInfo::insert(&metaObject);
     if (type.isEmpty()) {
-        qCWarning(lcData, "The document class %s has no type: it needs Q_CLASSINFO(\"DocumentType\", …)",
+        qCWarning(lcData,
+                  "The document class %s has no type: it needs Q_CLASSINFO(\"DocumentType\", …)",
                   metaObject.className());
         return false;
     }

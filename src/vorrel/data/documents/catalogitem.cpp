@@ -20,8 +20,7 @@ struct CatalogItem::Private
 CatalogItem::CatalogItem(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 CatalogItem::~CatalogItem() = default;
 

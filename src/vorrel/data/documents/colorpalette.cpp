@@ -16,8 +16,7 @@ struct ColorPalette::Private
 ColorPalette::ColorPalette(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 ColorPalette::~ColorPalette() = default;
 
@@ -28,9 +27,8 @@ QList<ColorSwatch *> ColorPalette::swatches() const
 
 QQmlListProperty<ColorSwatch> ColorPalette::swatchList()
 {
-    return ReadOnlyObjectList<ColorSwatch>::property(this, [](QObject *palette) {
-        return static_cast<ColorPalette *>(palette)->swatches();
-    });
+    return ReadOnlyObjectList<ColorSwatch>::property(
+        this, [](QObject *palette) { return static_cast<ColorPalette *>(palette)->swatches(); });
 }
 
 ColorSwatch *ColorPalette::addSwatch()

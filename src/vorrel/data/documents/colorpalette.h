@@ -16,8 +16,8 @@ class VORREL_DATACORE_EXPORT ColorPalette : public vo::data::LinkedDocument
     QML_NAMED_ELEMENT(ColorPalette)
     QML_UNCREATABLE("Documents are made by a Context")
     Q_CLASSINFO("DocumentType", "colorpalette")
-    Q_PROPERTY(QQmlListProperty<vo::data::ColorSwatch> swatches READ swatchList NOTIFY
-                   swatchesChanged)
+    Q_PROPERTY(
+        QQmlListProperty<vo::data::ColorSwatch> swatches READ swatchList NOTIFY swatchesChanged)
 
 public:
     explicit ColorPalette(Context *context);

@@ -15,8 +15,7 @@ struct ColorSwatch::Private
 ColorSwatch::ColorSwatch(Document *parent)
     : InlineDocument(parent)
     , d(new Private { this })
-{
-}
+{ }
 
 ColorSwatch::~ColorSwatch() = default;
 

@@ -15,8 +15,7 @@ struct Customer::Private
 Customer::Customer(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Customer::~Customer() = default;
 

@@ -7,8 +7,7 @@ namespace vo::data {
 GenericData::GenericData(const QString &customType, Context *context)
     : LinkedDocument(context)
     , m_type(typeOf(staticMetaObject) + QLatin1Char(':') + customType)
-{
-}
+{ }
 
 GenericData::~GenericData() = default;
 

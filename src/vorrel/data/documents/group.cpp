@@ -21,8 +21,7 @@ struct Group::Private
 Group::Group(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Group::~Group() = default;
 

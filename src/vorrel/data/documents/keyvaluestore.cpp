@@ -17,8 +17,7 @@ struct KeyValueStore::Private
 KeyValueStore::KeyValueStore(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 KeyValueStore::~KeyValueStore() = default;
 
@@ -40,8 +39,8 @@ QVariant KeyValueStore::value(const QString &key) const
 bool KeyValueStore::setValue(const QString &key, const QVariant &value)
 {
     // Objects and arrays of JavaScript arrive wrapped.
-    const QVariant plain
-        = value.userType() == qMetaTypeId<QJSValue>() ? value.value<QJSValue>().toVariant() : value;
+    const QVariant plain =
+        value.userType() == qMetaTypeId<QJSValue>() ? value.value<QJSValue>().toVariant() : value;
     // What is kept is what will be stored: never a pointer to an object that may go.
     return d->data.set(key, QJsonValue::fromVariant(plain).toVariant());
 }

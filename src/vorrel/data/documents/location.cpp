@@ -20,8 +20,7 @@ struct Location::Private
 Location::Location(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Location::~Location() = default;
 

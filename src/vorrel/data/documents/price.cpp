@@ -16,8 +16,7 @@ struct Price::Private
 Price::Price(Document *parent)
     : InlineDocument(parent)
     , d(new Private { this })
-{
-}
+{ }
 
 Price::~Price() = default;
 

@@ -18,8 +18,7 @@ struct Product::Private
 Product::Product(Context *context)
     : CatalogItem(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Product::~Product() = default;
 

@@ -6,8 +6,7 @@ namespace vo::data {
 
 ProductGroup::ProductGroup(Context *context)
     : Group(context)
-{
-}
+{ }
 
 ProductGroup::~ProductGroup() = default;
 

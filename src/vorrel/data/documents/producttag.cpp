@@ -15,8 +15,7 @@ struct ProductTag::Private
 ProductTag::ProductTag(Context *context)
     : Tag(context)
     , d(new Private { this })
-{
-}
+{ }
 
 ProductTag::~ProductTag() = default;
 

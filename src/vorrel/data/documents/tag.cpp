@@ -17,8 +17,7 @@ struct Tag::Private
 Tag::Tag(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{
-}
+{ }
 
 Tag::~Tag() = default;
 

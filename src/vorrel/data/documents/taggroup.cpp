@@ -6,8 +6,7 @@ namespace vo::data {
 
 TagGroup::TagGroup(Context *context)
     : Group(context)
-{
-}
+{ }
 
 TagGroup::~TagGroup() = default;
 

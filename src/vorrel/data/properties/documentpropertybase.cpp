@@ -118,7 +118,7 @@ void DocumentPropertyBase::disown(InlineDocument *document)
     document->m_owner = nullptr;
 }
 
-void DocumentPropertyBase::inlineDocumentDestroyed(InlineDocument * /*document*/) {}
+void DocumentPropertyBase::inlineDocumentDestroyed(InlineDocument * /*document*/) { }
 
 void DocumentPropertyBase::discard(InlineDocument *document)
 {
@@ -135,8 +135,7 @@ InlineDocumentHold::InlineDocumentHold(InlineDocument *document)
 
 InlineDocumentHold::InlineDocumentHold(const InlineDocumentHold &other)
     : InlineDocumentHold(other.m_document.data())
-{
-}
+{ }
 
 InlineDocumentHold::~InlineDocumentHold()
 {

@@ -10,8 +10,7 @@ namespace vo::data {
 
 InlineDocumentListPropertyBase::InlineDocumentListPropertyBase(const char *name, Document *document)
     : DocumentListPropertyBase(name, document)
-{
-}
+{ }
 
 // The elements are children of the document and go with it, a little later.
 InlineDocumentListPropertyBase::~InlineDocumentListPropertyBase()

@@ -64,9 +64,9 @@ bool InlineDocumentPropertyBase::assign(InlineDocument *document)
     return guard && notify();
 }
 
-void InlineDocumentPropertyBase::exchanged(InlineDocument * /*former*/, InlineDocument * /*present*/)
-{
-}
+void InlineDocumentPropertyBase::exchanged(InlineDocument * /*former*/,
+                                           InlineDocument * /*present*/)
+{ }
 
 std::unique_ptr<Change> InlineDocumentPropertyBase::makeChange(InlineDocument *former,
                                                                InlineDocument *present)

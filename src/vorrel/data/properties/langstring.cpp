@@ -17,8 +17,7 @@ struct LangString::Private
 LangString::LangString(Document *parent)
     : InlineDocument(parent)
     , d(new Private { this })
-{
-}
+{ }
 
 LangString::~LangString() = default;
 

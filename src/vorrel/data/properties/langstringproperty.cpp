@@ -20,8 +20,7 @@ LangStringChange::LangStringChange(LangStringProperty *property, LangString *for
     , m_property(property)
     , m_former(former)
     , m_present(present)
-{
-}
+{ }
 
 LangStringChange::~LangStringChange() = default;
 
@@ -56,8 +55,7 @@ void LangStringChange::assign(const InlineDocumentHold &hold)
 LangStringProperty::LangStringProperty(const char *name, Document *document, bool multiline)
     : InlineDocumentPropertyBase(name, document)
     , m_multiline(multiline)
-{
-}
+{ }
 
 int LangStringProperty::type() const
 {

@@ -12,8 +12,7 @@ namespace vo::data {
 
 LinkedDocumentMapPropertyBase::LinkedDocumentMapPropertyBase(const char *name, Document *document)
     : DocumentMapPropertyBase(name, document)
-{
-}
+{ }
 
 LinkedDocumentMapPropertyBase::~LinkedDocumentMapPropertyBase()
 {
@@ -169,8 +168,7 @@ bool LinkedDocumentMapPropertyBase::insert(const QString &key, Document *documen
         return remove(key);
     }
     auto *target = qobject_cast<LinkedDocument *>(document);
-    if (!target || !accepts(target) || !acceptsContext(target)
-        || d_()->performCycleCheck(target)) {
+    if (!target || !accepts(target) || !acceptsContext(target) || d_()->performCycleCheck(target)) {
         return false;
     }
     Targets changed = targets();

@@ -48,7 +48,7 @@ private:
 
     Targets m_targets;
     QMap<QString, QByteArray> m_pendingIds; // stored entries that are being built
-    Targets m_built; // those of them that are
+    Targets m_built;                        // those of them that are
 };
 
 /// A stored field that points at linked documents of class \a T by text keys.

@@ -10,8 +10,7 @@ namespace vo::data {
 
 LinkedDocumentPropertyBase::LinkedDocumentPropertyBase(const char *name, Document *document)
     : DocumentPropertyBase(name, document)
-{
-}
+{ }
 
 LinkedDocumentPropertyBase::~LinkedDocumentPropertyBase()
 {

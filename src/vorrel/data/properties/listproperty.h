@@ -24,8 +24,7 @@ class ListProperty : public PropertyBase
 public:
     ListProperty(const char *name, Document *document)
         : PropertyBase(name, document)
-    {
-    }
+    { }
 
     /// The list, empty below ReadAccess.
     [[nodiscard]] QList<T> get() const { return canRead() ? m_values : QList<T>(); }

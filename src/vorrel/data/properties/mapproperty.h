@@ -26,8 +26,7 @@ public:
 
     MapProperty(const char *name, Document *document)
         : PropertyBase(name, document)
-    {
-    }
+    { }
 
     /// The whole map, empty below ReadAccess.
     [[nodiscard]] Map get() const { return canRead() ? m_values : Map(); }
@@ -110,9 +109,8 @@ private:
     {
         const Map old = m_values;
         m_values = values;
-        recordApplied([&] {
-            return std::make_unique<MapPropertyChange<T>>(this, d_(), old, values);
-        });
+        recordApplied(
+            [&] { return std::make_unique<MapPropertyChange<T>>(this, d_(), old, values); });
         notifyAndMarkDirty();
     }
 

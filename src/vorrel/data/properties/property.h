@@ -21,14 +21,12 @@ class Property : public PropertyBase
 public:
     Property(const char *name, Document *document)
         : PropertyBase(name, document)
-    {
-    }
+    { }
 
     Property(const char *name, const T &initial, Document *document)
         : PropertyBase(name, document)
         , m_value(initial)
-    {
-    }
+    { }
 
     Property(const Property &other) = default;
 

@@ -19,12 +19,11 @@ PropertyBase::PropertyBase(const char *name, Document *document)
 PropertyBase::PropertyBase(const PropertyBase &other)
     : m_info(other.m_info)
     , m_document(other.m_document)
-{
-}
+{ }
 
 PropertyBase::~PropertyBase() = default;
 
-void PropertyBase::aggregateReferences(QSet<QString> & /*ids*/) const {}
+void PropertyBase::aggregateReferences(QSet<QString> & /*ids*/) const { }
 
 void PropertyBase::emitChangeSignal() const
 {

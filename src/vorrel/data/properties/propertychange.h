@@ -19,8 +19,7 @@ public:
         , m_key((quint64(quint32(typeNumber())) << 32) | property->uniqueId())
         , m_oldValue(oldValue)
         , m_newValue(newValue)
-    {
-    }
+    { }
 
     void apply() override { assign(m_newValue); }
     void unapply() override { assign(m_oldValue); }
@@ -37,8 +36,7 @@ public:
             return false;
         }
         const auto *change = static_cast<const PropertyChange *>(other);
-        return change->m_property == m_property && document()
-            && change->document() == document();
+        return change->m_property == m_property && document() && change->document() == document();
     }
 
     void mergeWith(const Change *other) override

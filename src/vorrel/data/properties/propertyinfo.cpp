@@ -38,8 +38,7 @@ PropertyInfo::PropertyInfo(const QByteArray &name, const QMetaProperty &property
     , m_property(property)
     , m_signal(property.notifySignal())
     , m_stored(property.isStored())
-{
-}
+{ }
 
 PropertyInfo &PropertyInfo::get(const char *name, Document *document)
 {

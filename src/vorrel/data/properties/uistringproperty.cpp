@@ -9,8 +9,7 @@ namespace vo::data {
 
 UiStringProperty::UiStringProperty(const char *name, Document *document)
     : PropertyBase(name, document)
-{
-}
+{ }
 
 QString UiStringProperty::get() const
 {
