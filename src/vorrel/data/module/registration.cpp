@@ -65,6 +65,7 @@ void _vo_data_registerTypesdata_core()
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerPropertyTypes<vo::data::Context, vo::data::Document,
-                                        vo::data::LinkedDocument>();
+                                        vo::data::LinkedDocument, vo::data::Group,
+                                        vo::data::ColorSwatch>();
     });
 }
