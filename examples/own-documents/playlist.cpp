@@ -82,5 +82,3 @@ void registerPlaylists()
     qmlRegisterUncreatableType<PlaylistEntry>("Playlists", 1, 0, "PlaylistEntry", reason);
     qmlRegisterUncreatableType<Playlist>("Playlists", 1, 0, "Playlist", reason);
 }
-
-#include "moc_playlist.cpp"

@@ -22,5 +22,3 @@ PlaylistEntry::~PlaylistEntry() = default;
 VO_DEFINE_PROPERTY(PlaylistEntry, QString, title, setTitle)
 VO_DEFINE_PROPERTY(PlaylistEntry, int, seconds, setSeconds)
 VO_DEFINE_PROPERTY(PlaylistEntry, vo::data::Product *, product, setProduct)
-
-#include "moc_playlistentry.cpp"
