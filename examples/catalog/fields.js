@@ -6,9 +6,22 @@
 // their values read.
 
 const properties = {
-    "device": ["serialNumber"],
+    "customer": ["fbtoken"],
+    "device": ["serialNumber", "location", "locationName"],
+    "group:product": ["parentGroup"],
+    "group:tag": ["parentGroup"],
     "location": ["address", "zipCode", "city", "country", "position", "notes"],
-    "tag": ["name", "icon", "applicableTypes"]
+    "product": ["name", "description", "price", "productGroup"],
+    "tag": ["name", "icon", "applicableTypes"],
+    "tag:product": ["name", "icon", "applicableTypes", "tagGroup"]
+};
+
+const typeTitles = {
+    "colorpalette": "Colour palette",
+    "group:product": "Product group",
+    "group:tag": "Tag group",
+    "keyvaluestore": "Key-value store",
+    "tag:product": "Product tag"
 };
 
 const structs = {
@@ -29,11 +42,25 @@ function title(name) {
 
 // "data:opening:hours" reads "Opening hours".
 function typeTitle(type) {
-    return type === "keyvaluestore" ? "Key-value store" : title(type.replace(/^data:/, ""));
+    return typeTitles[type] || title(type.replace(/^data:/, ""));
 }
 
 function fieldsOf(object) {
     return Object.keys(object).map(name => ({ "title": title(name), "value": object[name] }));
+}
+
+// A property that points at a document reads as a reference to it.
+function propertyValue(document, name) {
+    const value = document[name];
+    return value && value.documentId !== undefined ? "$ref(0," + value.documentId + ")" : value;
+}
+
+// One colour for each swatch that has only one, else the texts of all its colours.
+function swatchFields(swatches) {
+    return Array.from({ "length": swatches.length }, (unused, index) => {
+        const colors = swatches[index].colors;
+        return { "title": "Swatch " + (index + 1), "value": colors.length === 1 ? colors[0] : colors };
+    });
 }
 
 // The tables for a document, as { title, fields: { title, value } }.
@@ -42,7 +69,9 @@ function sections(document) {
     const result = [];
     if (properties[type])
         result.push({ "title": "Properties", "fields": properties[type].map(
-            name => ({ "title": title(name), "value": document[name] })) });
+            name => ({ "title": title(name), "value": propertyValue(document, name) })) });
+    if (type === "colorpalette")
+        result.push({ "title": "Swatches", "fields": swatchFields(document.swatches) });
     if (type === "keyvaluestore")
         result.push({ "title": "Values", "fields": fieldsOf(document.data) });
     for (const name of structs[type] || [])
