@@ -67,7 +67,7 @@ struct Context::Private final : DocumentStore
     std::shared_ptr<DocumentNode> takeNode(DocumentNode *node);
 
     /// The end of a node that was taken: announces that its document goes, and destroys both.
-    void destroyNode(std::shared_ptr<DocumentNode> node);
+    void destroyNode(const std::shared_ptr<DocumentNode> &node);
     void removeDocument(LinkedDocument *document);
     void runCreationHandlers(Document *document);
 

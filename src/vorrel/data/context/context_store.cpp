@@ -160,7 +160,7 @@ void Context::Private::destroyEdge(DocumentEdge *edge)
     delete edge;
 }
 
-void Context::Private::destroyNode(std::shared_ptr<DocumentNode> node)
+void Context::Private::destroyNode(const std::shared_ptr<DocumentNode> &node)
 {
     const QPointer<LinkedDocument> document(node->m_document);
     if (document) {

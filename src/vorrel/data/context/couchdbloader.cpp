@@ -18,6 +18,7 @@
 #include <QtCore/QSet>
 
 #include <algorithm>
+#include <deque>
 
 namespace vo::data {
 
@@ -60,7 +61,7 @@ struct CouchDBLoader::Batch
 
 struct CouchDBLoader::Private
 {
-    QStringList pendingIds;
+    std::deque<QString> pendingIds;
     bool scheduled = false; // a flush is queued or a request is in flight
     int failedAttempts = 0; // in a row
     std::chrono::milliseconds nextDelay {};
@@ -78,7 +79,7 @@ CouchDBLoader::~CouchDBLoader() = default;
 
 bool CouchDBLoader::load(const QString &id)
 {
-    d->pendingIds.append(id);
+    d->pendingIds.push_back(id);
     schedule();
     return true;
 }
@@ -99,13 +100,15 @@ void CouchDBLoader::schedule()
 
 void CouchDBLoader::flush()
 {
-    if (d->pendingIds.isEmpty()) {
+    if (d->pendingIds.empty()) {
         d->scheduled = false;
         return;
     }
     Batch batch;
-    batch.ids = d->pendingIds.mid(0, tuning::bulkFetchSize);
-    d->pendingIds = d->pendingIds.mid(tuning::bulkFetchSize);
+    while (!d->pendingIds.empty() && batch.ids.size() < tuning::bulkFetchSize) {
+        batch.ids.append(std::move(d->pendingIds.front()));
+        d->pendingIds.pop_front();
+    }
     batch.url = CouchUrl::databaseUrl(context()->serviceUrl(), context()->database());
     batch.cache = context()->documentCache();
 
