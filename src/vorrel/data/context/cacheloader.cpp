@@ -34,8 +34,7 @@ struct CacheLoader::Private
 CacheLoader::CacheLoader(Context *context)
     : Loader(cachePriority, context)
     , d(new Private)
-{
-}
+{ }
 
 CacheLoader::~CacheLoader() = default;
 

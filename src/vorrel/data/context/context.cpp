@@ -23,8 +23,7 @@ Context::Private::Private(Context *context)
     : q(context)
     , incubator(new DocumentIncubator(context))
     , loadRequests(new LoadRequestBoard(context))
-{
-}
+{ }
 
 Context::Private::~Private() = default;
 

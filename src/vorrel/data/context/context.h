@@ -51,12 +51,11 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_INTERFACES(QQmlParserStatus)
     QML_NAMED_ELEMENT(Context)
     Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
-    Q_PROPERTY(
-        QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
+    Q_PROPERTY(QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
     Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
-    Q_PROPERTY(vo::data::Context::ChangeFeedMonitorType changeFeedMonitorType READ
-                   changeFeedMonitorType WRITE setChangeFeedMonitorTypeFromQml NOTIFY
-                       changeFeedMonitorTypeChanged)
+    Q_PROPERTY(
+        vo::data::Context::ChangeFeedMonitorType changeFeedMonitorType READ changeFeedMonitorType
+            WRITE setChangeFeedMonitorTypeFromQml NOTIFY changeFeedMonitorTypeChanged)
     Q_PROPERTY(vo::data::Context::ContentFetchPolicy contentFetchPolicy READ contentFetchPolicy
                    WRITE setContentFetchPolicy NOTIFY contentFetchPolicyChanged)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)

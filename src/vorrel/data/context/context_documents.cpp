@@ -26,8 +26,7 @@ class DocumentGraphUpdateEvent : public QEvent
 public:
     DocumentGraphUpdateEvent()
         : QEvent(number())
-    {
-    }
+    { }
 
     static Type number()
     {
@@ -169,7 +168,8 @@ void Context::removeDocument(LinkedDocument *document)
     const QPointer<LinkedDocument> guard(document);
     const QString id = document->documentId();
     if (document->isDirty()) {
-        qCWarning(lcContext, "Document %s was removed from the database: its unsaved edits are lost",
+        qCWarning(lcContext,
+                  "Document %s was removed from the database: its unsaved edits are lost",
                   qPrintable(id));
     }
     document->setDeleted(true);

@@ -32,9 +32,9 @@ struct Context::Private final : DocumentStore
     Context *const q;
     QUrl url;
     QString databaseName;
-    bool building = false; // QML sets properties just now
+    bool building = false;               // QML sets properties just now
     std::optional<QString> heldDatabase; // what it set while building
-    int databaseChanges = 0; // tells a slot of databaseChanged that set another one
+    int databaseChanges = 0;             // tells a slot of databaseChanged that set another one
     ChangeFeedMonitorType changeFeedMonitorType = ContinuousMonitor;
     ContentFetchPolicy contentFetchPolicy = DefaultPolicy;
     QPointer<QNetworkAccessManager> networkAccessManager;
@@ -42,13 +42,13 @@ struct Context::Private final : DocumentStore
     std::shared_ptr<IUpdateHandler> updateHandler; // shared with the calls of it that run
 
     // Loading
-    DocumentIncubator *const incubator; // child of the Context
+    DocumentIncubator *const incubator;   // child of the Context
     LoadRequestBoard *const loadRequests; // child of the Context
-    LoadQueue *loadQueue = nullptr; // child of the Context; null only while that is destroyed
+    LoadQueue *loadQueue = nullptr;       // child of the Context; null only while that is destroyed
     bool busy = false;
 
     // Documents
-    QHash<QByteArray, DocumentNode *> documentNodes; // owned
+    QHash<QByteArray, DocumentNode *> documentNodes;                                // owned
     QHash<std::pair<DocumentNode *, DocumentNode *>, DocumentEdge *> documentLinks; // owned
     QSet<LinkedDocument *> dirtyDocuments;
     QList<Document *> locals;
@@ -89,8 +89,8 @@ struct Context::Private final : DocumentStore
     void unlinkDocuments(DocumentNode *from, DocumentNode *to) override;
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
     void finishIncubation() override;
-    [[nodiscard]] std::unique_ptr<AccessController>
-    createAccessController(LinkedDocument *document) override;
+    [[nodiscard]] std::unique_ptr<AccessController> createAccessController(
+        LinkedDocument *document) override;
 };
 
 } // namespace vo::data

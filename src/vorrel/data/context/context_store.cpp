@@ -46,8 +46,7 @@ DocumentNode *Context::Private::documentNode(const QByteArray &id) const
     return documentNodes.value(id);
 }
 
-std::unique_ptr<AccessController>
-Context::Private::createAccessController(LinkedDocument *document)
+std::unique_ptr<AccessController> Context::Private::createAccessController(LinkedDocument *document)
 {
     return std::unique_ptr<AccessController>(q->createAccessController(document));
 }
@@ -116,8 +115,7 @@ bool Context::Private::releaseId(const QByteArray &id)
         return false;
     }
     auto taken = takeNode(node);
-    addDocumentGraphTask(
-        std::make_unique<RunFunctionTask>([this, taken] { destroyNode(taken); }));
+    addDocumentGraphTask(std::make_unique<RunFunctionTask>([this, taken] { destroyNode(taken); }));
     return true;
 }
 

@@ -72,8 +72,7 @@ struct CouchDBLoader::Private
 CouchDBLoader::CouchDBLoader(Context *context)
     : Loader(databasePriority, context)
     , d(new Private)
-{
-}
+{ }
 
 CouchDBLoader::~CouchDBLoader() = default;
 
@@ -112,13 +111,12 @@ void CouchDBLoader::flush()
     batch.url = CouchUrl::databaseUrl(context()->serviceUrl(), context()->database());
     batch.cache = context()->documentCache();
 
-    const QUrl url
-        = CouchUrl::resource(context()->serviceUrl(), context()->database(),
-                             QStringLiteral("_all_docs"),
-                             { { QStringLiteral("include_docs"), QStringLiteral("true") } });
+    const QUrl url = CouchUrl::resource(
+        context()->serviceUrl(), context()->database(), QStringLiteral("_all_docs"),
+        { { QStringLiteral("include_docs"), QStringLiteral("true") } });
     const QJsonObject body { { jsonkeys::keys, QJsonArray::fromStringList(batch.ids) } };
-    batch.request
-        = new PostRequest(QNetworkRequest(url), context()->networkAccessManager(), body, this);
+    batch.request =
+        new PostRequest(QNetworkRequest(url), context()->networkAccessManager(), body, this);
     batch.request->setSuppressErrors(true);
     connect(batch.request, &Request::finished, this, [this, batch] { handleAnswer(batch); });
 }
@@ -150,13 +148,14 @@ void CouchDBLoader::handleRows(const Batch &batch)
 {
     const QPointer<CouchDBLoader> self(this);
     QSet<QString> unanswered(batch.ids.begin(), batch.ids.end());
-    const QJsonArray rows = batch.request->response(nullptr).toObject().value(jsonkeys::rows).toArray();
+    const QJsonArray rows =
+        batch.request->response(nullptr).toObject().value(jsonkeys::rows).toArray();
     for (const QJsonValue &value : rows) {
         const QJsonObject row = value.toObject();
         const QJsonValue doc = row.value(jsonkeys::doc);
         const bool missing = doc.isUndefined() || doc.isNull();
-        const QString id
-            = (missing ? row.value(jsonkeys::key) : doc.toObject().value(jsonkeys::id)).toString();
+        const QString id =
+            (missing ? row.value(jsonkeys::key) : doc.toObject().value(jsonkeys::id)).toString();
         if (!unanswered.remove(id)) {
             qCWarning(lcLoadQueue, "Ignoring a row for the document \"%s\" that was not asked for",
                       qPrintable(id));

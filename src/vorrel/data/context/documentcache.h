@@ -49,9 +49,9 @@ private:
     struct CacheEntry
     {
         quint32 accessTime = 0; // minutes since the epoch
-        quint32 offset = 0; // in the data block, in bytes
-        quint32 idSize = 0; // bytes
-        quint32 dataSize = 0; // bytes
+        quint32 offset = 0;     // in the data block, in bytes
+        quint32 idSize = 0;     // bytes
+        quint32 dataSize = 0;   // bytes
     };
 
     using Entries = QHash<QString, CacheEntry>;

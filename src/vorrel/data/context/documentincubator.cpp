@@ -26,8 +26,7 @@ class DocumentIncubationEvent : public QEvent
 public:
     DocumentIncubationEvent()
         : QEvent(number())
-    {
-    }
+    { }
 
     static Type number()
     {
@@ -40,8 +39,7 @@ public:
 
 DocumentIncubator::DocumentIncubator(Context *context)
     : QObject(context)
-{
-}
+{ }
 
 DocumentIncubator::~DocumentIncubator() = default;
 

@@ -9,8 +9,7 @@ namespace vo::data {
 Loader::Loader(int priority, Context *context)
     : QObject(context)
     , m_priority(priority)
-{
-}
+{ }
 
 Loader::~Loader() = default;
 

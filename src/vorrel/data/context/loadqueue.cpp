@@ -24,11 +24,11 @@ namespace vo::data {
 struct LoadQueue::Private
 {
     bool loading = false;
-    QSet<QString> requested; // wanted and not delivered yet
+    QSet<QString> requested;                   // wanted and not delivered yet
     QHash<QString, const Loader *> inProgress; // taken by that loader, answer outstanding
-    QHash<QString, QJsonObject> received; // delivered, waiting for references
-    std::unique_ptr<DocumentBatch> batch; // complete, on its way into the Context
-    std::vector<Loader *> loaders; // by priority; owned
+    QHash<QString, QJsonObject> received;      // delivered, waiting for references
+    std::unique_ptr<DocumentBatch> batch;      // complete, on its way into the Context
+    std::vector<Loader *> loaders;             // by priority; owned
 };
 
 LoadQueue::LoadQueue(Context *context)
@@ -85,11 +85,9 @@ QSet<QString> LoadQueue::wantedDocuments() const
 
 void LoadQueue::addLoader(Loader *loader)
 {
-    const auto position
-        = std::upper_bound(d->loaders.begin(), d->loaders.end(), loader->priority(),
-                           [](int priority, const Loader *other) {
-                               return priority < other->priority();
-                           });
+    const auto position = std::upper_bound(
+        d->loaders.begin(), d->loaders.end(), loader->priority(),
+        [](int priority, const Loader *other) { return priority < other->priority(); });
     d->loaders.insert(position, loader);
     // A loader may answer while it is offered the next id; its documents come in a turn of
     // their own.

@@ -10,8 +10,7 @@ namespace vo::data {
 
 RootDocument::RootDocument(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 RootDocument::~RootDocument() = default;
 
