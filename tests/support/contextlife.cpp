@@ -60,6 +60,7 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { document("a"_s); },
         [&] { document("b"_s); },
         [&] { fixture->linkDocuments(node("a"), node("b")); },
+        [&] { fixture->linkDocuments(node("a"), node("a")); },
         [&] { fixture.create("local"_s); },
         [&] { document("local"_s)->setLabel("x"_s); },
         [&] { processEvents(); },

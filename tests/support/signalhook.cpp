@@ -10,7 +10,7 @@ SignalHook::SignalHook(const QObject *sender, const QByteArray &name,
                        std::function<void()> function)
     : m_function(std::move(function))
 {
-    const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("call()"));
+    const QMetaMethod slot = staticMetaObject.method(staticMetaObject.indexOfSlot("call()"));
     const QMetaObject *meta = sender->metaObject();
     for (int i = 0; i < meta->methodCount(); ++i) {
         const QMetaMethod method = meta->method(i);

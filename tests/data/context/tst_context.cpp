@@ -5,11 +5,11 @@
 #include "support/literals.h"
 #include "support/logcapture.h"
 #include "support/signalhook.h"
+#include "support/updatehandler.h"
 
 #include <vorrel/data/context/documentcache.h>
 #include <vorrel/data/context/loadrequest.h>
 #include <vorrel/data/core/documentnode.h>
-#include <vorrel/data/core/iupdatehandler.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/tag.h>
 
@@ -23,25 +23,6 @@ using namespace vo::test;
 namespace {
 
 const QJsonObject plainTag = R"({"_id":"plain","type":"tag"})"_json;
-
-/// Notes its calls and its end, and does what the test wants.
-struct Handler : IUpdateHandler
-{
-    Handler(QStringList *handlerLog, std::function<void(LinkedDocument *)> handlerFunction)
-        : log(handlerLog)
-        , function(std::move(handlerFunction))
-    { }
-    ~Handler() override { *log << "deleted"_s; }
-    void update(LinkedDocument *document) override
-    {
-        *log << document->documentId();
-        function(document);
-        *log << "end"_s; // needs this object
-    }
-
-    QStringList *const log;
-    const std::function<void(LinkedDocument *)> function;
-};
 
 void announceRevision(Context *context, const QString &id, const QString &revision)
 {
@@ -467,7 +448,7 @@ private Q_SLOTS:
     {
         ContextFixture fixture;
         QStringList log;
-        fixture->setUpdateHandler(new Handler(&log, [](LinkedDocument *) {}));
+        fixture->setUpdateHandler(new UpdateHandler(&log, [](LinkedDocument *) {}));
         fixture.create("a"_s, "1-x"_s);
         fixture.create("?"_s, "1-x"_s); // what Latin-1 makes of the last one below
         fixture->addDocumentNode("plain", plainTag);
@@ -488,13 +469,13 @@ private Q_SLOTS:
         QStringList log;
         fixture.create("a"_s, "1-x"_s);
         fixture.create("b"_s, "1-x"_s);
-        fixture->setUpdateHandler(new Handler(&log, [&](LinkedDocument *document) {
+        fixture->setUpdateHandler(new UpdateHandler(&log, [&](LinkedDocument *document) {
             if (document->documentId() == "a"_s) {
                 announceRevision(fixture.context(), "b"_s, "2-x"_s); // itself inside itself
                 return;
             }
             fixture->setUpdateHandler(
-                new Handler(&log, [&](LinkedDocument *) { fixture.destroyContext(); }));
+                new UpdateHandler(&log, [&](LinkedDocument *) { fixture.destroyContext(); }));
         }));
         announceRevision(fixture.context(), "a"_s, "2-x"_s);
         QCOMPARE(log, "a b end end deleted"_l);

@@ -152,8 +152,10 @@ private Q_SLOTS:
         QCOMPARE(fixture.shown(), "b"_s);
         QObject::disconnect(&fixture.root, &RootDocument::documentIdChanged, nullptr, nullptr);
         QObject::connect(fixture->loadQueue(), &LoadQueue::loadingChanged, change);
-        fixture.root.setDocumentId("gone"_s);
-        QCOMPARE(fixture.shown(), "b"_s);
+        fixture.couch().hold();
+        fixture.root.setDocumentId("c"_s);
+        processEvents();
+        QCOMPARE(fixture.root.document(), fixture->loadedDocument("b"_s));
     }
 
     void mayDieInItsSlots()

@@ -187,12 +187,11 @@ void Context::Private::destroyEdge(DocumentEdge *edge)
 
 void Context::Private::destroyNode(const std::shared_ptr<DocumentNode> &node)
 {
-    const QPointer<Context> self(q);
     const QPointer<LinkedDocument> document(node->m_document);
     if (document) {
         Q_EMIT q->documentRemoved(document);
     }
-    if (!document || !self) {
+    if (!document) {
         node->m_document = nullptr; // a slot was faster
     }
 }

@@ -7,15 +7,15 @@
 namespace vo::data {
 
 void DocumentRegistration::addLinked(const QMetaObject &metaObject,
-                                     std::function<LinkedDocument *(Context *)> creator)
+                                     const std::function<LinkedDocument *(Context *)> &creator)
 {
-    TypeRegistry::instance().addLinked(metaObject, std::move(creator));
+    TypeRegistry::instance().addLinked(metaObject, creator);
 }
 
 void DocumentRegistration::addInline(const QMetaObject &metaObject,
-                                     std::function<InlineDocument *(Document *)> creator)
+                                     const std::function<InlineDocument *(Document *)> &creator)
 {
-    TypeRegistry::instance().addInline(metaObject, std::move(creator));
+    TypeRegistry::instance().addInline(metaObject, creator);
 }
 
 } // namespace vo::data

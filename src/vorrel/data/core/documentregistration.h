@@ -15,9 +15,9 @@ class VORREL_DATACORE_EXPORT DocumentRegistration
 {
 public:
     static void addLinked(const QMetaObject &metaObject,
-                          std::function<LinkedDocument *(Context *)> creator);
+                          const std::function<LinkedDocument *(Context *)> &creator);
     static void addInline(const QMetaObject &metaObject,
-                          std::function<InlineDocument *(Document *)> creator);
+                          const std::function<InlineDocument *(Document *)> &creator);
 
     DocumentRegistration() = delete;
 };

@@ -78,32 +78,32 @@ bool TypeRegistry::addType(const QString &type, const QMetaObject &metaObject)
     return true;
 }
 
-void TypeRegistry::addLinked(const QMetaObject &metaObject, LinkedCreator creator)
+void TypeRegistry::addLinked(const QMetaObject &metaObject, const LinkedCreator &creator)
 {
     const QString type = Document::typeOf(metaObject);
     if (!addType(type, metaObject)) {
         return;
     }
-    m_linkedDocumentCreators.insert(type, std::move(creator));
+    m_linkedDocumentCreators.insert(type, creator);
     const QString autoInstance = classInfo(metaObject, "AutoInstance");
     if (!autoInstance.isEmpty()) {
         m_autoInstances.insert(autoInstance, type);
     }
 }
 
-void TypeRegistry::addInline(const QMetaObject &metaObject, InlineCreator creator)
+void TypeRegistry::addInline(const QMetaObject &metaObject, const InlineCreator &creator)
 {
     const QString type = Document::typeOf(metaObject);
     if (addType(type, metaObject)) {
-        m_inlineDocumentCreators.insert(type, std::move(creator));
+        m_inlineDocumentCreators.insert(type, creator);
     }
 }
 
-void TypeRegistry::setFallback(const QMetaObject &metaObject, FallbackCreator creator)
+void TypeRegistry::setFallback(const QMetaObject &metaObject, const FallbackCreator &creator)
 {
     m_fallbackType = Document::typeOf(metaObject);
     addType(m_fallbackType, metaObject);
-    m_fallbackCreator = std::move(creator);
+    m_fallbackCreator = creator;
 }
 
 } // namespace vo::data

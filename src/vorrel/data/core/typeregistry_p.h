@@ -75,14 +75,14 @@ public:
     {
         return m_documentTypes;
     }
-    void addLinked(const QMetaObject &metaObject, LinkedCreator creator);
-    void addInline(const QMetaObject &metaObject, InlineCreator creator);
+    void addLinked(const QMetaObject &metaObject, const LinkedCreator &creator);
+    void addInline(const QMetaObject &metaObject, const InlineCreator &creator);
 
 private:
     TypeRegistry() = default;
 
     bool addType(const QString &type, const QMetaObject &metaObject);
-    void setFallback(const QMetaObject &metaObject, FallbackCreator creator);
+    void setFallback(const QMetaObject &metaObject, const FallbackCreator &creator);
 
     QHash<QString, const QMetaObject *> m_documentTypes;
     QHash<QString, LinkedCreator> m_linkedDocumentCreators;
