@@ -7,13 +7,11 @@
 
 const properties = {
     "customer": ["fbtoken"],
-    "device": ["serialNumber", "location", "locationName"],
-    "group:product": ["parentGroup"],
-    "group:tag": ["parentGroup"],
+    "device": ["serialNumber"],
     "location": ["address", "zipCode", "city", "country", "position", "notes"],
-    "product": ["name", "description", "price", "productGroup"],
+    "product": ["name", "description", "price"],
     "tag": ["name", "icon", "applicableTypes"],
-    "tag:product": ["name", "icon", "applicableTypes", "tagGroup"]
+    "tag:product": ["name", "icon", "applicableTypes"]
 };
 
 const typeTitles = {
@@ -49,29 +47,13 @@ function fieldsOf(object) {
     return Object.keys(object).map(name => ({ "title": title(name), "value": object[name] }));
 }
 
-// A property that points at a document reads as a reference to it.
-function propertyValue(document, name) {
-    const value = document[name];
-    return value && value.documentId !== undefined ? "$ref(0," + value.documentId + ")" : value;
-}
-
-// One colour for each swatch that has only one, else the texts of all its colours.
-function swatchFields(swatches) {
-    return Array.from({ "length": swatches.length }, (unused, index) => {
-        const colors = swatches[index].colors;
-        return { "title": "Swatch " + (index + 1), "value": colors.length === 1 ? colors[0] : colors };
-    });
-}
-
 // The tables for a document, as { title, fields: { title, value } }.
 function sections(document) {
     const type = document.type;
     const result = [];
     if (properties[type])
         result.push({ "title": "Properties", "fields": properties[type].map(
-            name => ({ "title": title(name), "value": propertyValue(document, name) })) });
-    if (type === "colorpalette")
-        result.push({ "title": "Swatches", "fields": swatchFields(document.swatches) });
+            name => ({ "title": title(name), "value": document[name] })) });
     if (type === "keyvaluestore")
         result.push({ "title": "Values", "fields": fieldsOf(document.data) });
     for (const name of structs[type] || [])
