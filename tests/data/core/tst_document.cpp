@@ -193,7 +193,8 @@ private Q_SLOTS:
         QFETCH(int, width);
         QObject owner; // takes them all with it, which is faster than one by one
         QList<LinkDocument *> former;
-        LinkDocument *first = nullptr;
+        auto *first = create<LinkDocument>();
+        former += first;
         for (int level = 0; level < levels; ++level) {
             QList<LinkDocument *> present;
             for (int place = 0; place < width; ++place) {
@@ -203,7 +204,6 @@ private Q_SLOTS:
                     source->d->elements.insert(present.constLast(), -1);
                 }
             }
-            first = first ? first : present.constFirst();
             former = present;
         }
         auto *source = create<LinkDocument>();

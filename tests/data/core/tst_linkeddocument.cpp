@@ -202,7 +202,7 @@ private Q_SLOTS:
         auto *source = load<DiaryDocument>(R"({"_id": "a", "_rev": "1-a"})"_json);
         source->setStructValue("s"_s, "f"_s, "$ref(0,x)"_s);
         const LinkedDocument *copy = source->copy();
-        QVERIFY(copy && copy != source);
+        QVERIFY(copy);
         QVERIFY(copy->id() != source->id());
         QVERIFY(copy->isLocal());
         QCOMPARE(copy->changeSequenceNumber(), 1);

@@ -98,7 +98,8 @@ private Q_SLOTS:
         QFETCH(QString, type);
         Document *document = make(type, m_context.get());
         Document *other = make(type, m_context.get());
-        QVERIFY(document && other);
+        QVERIFY(document);
+        QVERIFY(other);
         auto *linked = qobject_cast<LinkedDocument *>(document);
         QVERIFY(!linked || !linked->typeName().isEmpty());
         const QList<QMetaProperty> properties = storedProperties(*document);

@@ -49,10 +49,6 @@ private Q_SLOTS:
         m_document->d->moment.fromJson("2024-06-01T14:00:01+02:00"_s);
         QCOMPARE(m_document->moment().timeSpec(), Qt::UTC);
         QCOMPARE(m_document->moment(), noon.addSecs(1));
-        // The epoch is a moment, and none is not the epoch.
-        QVERIFY(m_document->setMoment(QDateTime()));
-        QVERIFY(m_document->setMoment(QDateTime::fromMSecsSinceEpoch(0, Qt::UTC)));
-        QVERIFY(m_document->setMoment(QDateTime()));
     }
 
     void accessDecidesWhatIsReadAndWritten_data()
