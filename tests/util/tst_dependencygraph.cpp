@@ -89,7 +89,6 @@ void tst_DependencyGraph::nodesAreMadeOnce()
         graph.addDependency(QStringLiteral("a"), QString::number(i % 10));
     }
     QCOMPARE(graph.addNode(QStringLiteral("a")), node);
-    QCOMPARE(node->needs.size(), std::size_t(10));
     QCOMPARE(graph.order().last(), QStringLiteral("a"));
 }
 
