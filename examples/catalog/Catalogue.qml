@@ -33,7 +33,7 @@ Item {
     }
 
     // The documents that point at this one. Bind to linkChanges as well to have it follow.
-    function referrersOf(document: LinkedDocument): var {
+    function referrersOf(document: LinkedDocument) {
         return documents.filter(other => Fields.targets(other).includes(document))
     }
 
