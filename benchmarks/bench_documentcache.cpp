@@ -90,9 +90,9 @@ void run(const QStringList &ids, int rounds)
     quint32 plainSize = 0;
     const QByteArray content = file.readAll();
     std::copy_n(content.constData() + 12, 4, reinterpret_cast<char *>(&plainSize));
-    const QByteArray block = content.mid(16 * (count + 1));
-    report("resident : block + 64 B, MB", count, (plainSize + 64.0 * count) / 1e6, resident / 1e6,
-           1.15);
+    const QByteArray block = content.mid(16LL * (count + 1));
+    report("resident : block + 64 B, MB", count, (plainSize + 64.0 * count) / 1e6,
+           double(resident) / 1e6, 1.15);
 
     std::vector<double> anchors, loads, stores, inserts;
     QByteArray plain;

@@ -264,7 +264,7 @@ private Q_SLOTS:
         const auto make = [&](const QString &ending, int hours) {
             QFile file(cache.cacheFile() + ending);
             QVERIFY(file.open(QIODevice::WriteOnly)
-                    && file.setFileTime(QDateTime::currentDateTime().addSecs(-3600 * hours),
+                    && file.setFileTime(QDateTime::currentDateTime().addSecs(-3600LL * hours),
                                         QFileDevice::FileModificationTime));
         };
         make(".oldOne"_s, 25);

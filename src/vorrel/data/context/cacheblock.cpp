@@ -24,7 +24,7 @@ const char *CacheBlock::at(quint32 offset) const
 
 quint32 CacheBlock::append(std::string_view id, std::string_view json)
 {
-    const qint64 needed = qint64(id.size() + json.size());
+    const qint64 needed = qint64(id.size()) + qint64(json.size());
     const auto room = [](const QByteArray &bytes) { return bytes.capacity() - bytes.size(); };
     if (m_segments.isEmpty() || room(std::as_const(m_segments).last().bytes) < needed) {
         Segment segment { m_size, {} };

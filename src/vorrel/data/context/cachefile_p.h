@@ -22,7 +22,8 @@ namespace vo::data::cachefile {
 /// this one follows it, unless a newer one comes in the meantime. The directory has to exist.
 void store(const QString &path, const CacheSnapshot &snapshot);
 
-/// The two halves without a file. A table that was read in full leads to an info line with \p name.
+/// The two halves without a file. A table that was read in full leads to an info line with
+/// \p name. \pre \p size is at least that of a header, 16 bytes
 [[nodiscard]] CacheTable read(const uchar *file, qint64 size, const QString &name);
 [[nodiscard]] bool write(QIODevice &file, const CacheSnapshot &snapshot);
 
