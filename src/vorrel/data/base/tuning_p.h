@@ -39,6 +39,25 @@ constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
 /// Time in which changes of references gather before the edges of a document follow.
 constexpr std::chrono::milliseconds dependencyUpdateDelay = 100ms;
 
+/// The memory of the document cache grows by this. Larger copies more when a document comes while
+/// the cache is being written.
+constexpr qint64 cacheSegmentSize = 1024LL * 1024;
+
+/// Garbage in the document cache below which a store does not compact. Larger makes files larger,
+/// smaller copies the cache more often.
+constexpr qint64 cacheGarbageForStore = 256LL * 1024;
+
+/// Garbage, if it is half of the cache as well, that compacts at once. Larger takes more memory in
+/// long runs without a store.
+constexpr qint64 cacheGarbageAtOnce = 64LL * 1024 * 1024;
+
+/// Largest content of the document cache: what one LZ4 block can take. More is not cached.
+constexpr qint64 cacheSizeLimit = 0x7E000000;
+
+/// Age at which a file that a killed writer has left is removed. Smaller may hit a writer that
+/// runs.
+constexpr std::chrono::seconds strayFileAge = 24h;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;

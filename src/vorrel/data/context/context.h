@@ -164,6 +164,10 @@ public:
 
     /// Null as long as no database is open.
     [[nodiscard]] QSharedPointer<DocumentCache> documentCache() const;
+
+    /// Writes the cache to its file, in the background, if it has changed. Nothing else does: call
+    /// it now and then, and before the program ends.
+    Q_INVOKABLE void persistCache();
     /// @}
 
     /// \name Documents

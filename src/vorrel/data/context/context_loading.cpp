@@ -61,6 +61,13 @@ QSharedPointer<DocumentCache> Context::documentCache() const
     return d->cache;
 }
 
+void Context::persistCache()
+{
+    if (d->cache) {
+        d->cache->store();
+    }
+}
+
 bool Context::isBusy() const
 {
     return d->busy;
