@@ -39,4 +39,19 @@ constexpr std::chrono::milliseconds dependencyUpdateDelay = 100ms;
 /// database.
 constexpr int maximumTypeLength = 255;
 
+/// How often the countdown to the next attempt to fix errors goes on.
+constexpr std::chrono::milliseconds errorRetryTick = 200ms;
+
+/// Time between two attempts. Shorter notices sooner that a cause is gone, and asks a server that
+/// is down as often.
+constexpr std::chrono::milliseconds errorRetryPeriod = 15s;
+
+/// Wait from the last new error to its report in the log, so that one that passes is not reported.
+constexpr std::chrono::seconds errorReportDelay = 20s;
+constexpr std::chrono::seconds errorReportDelayAfterFix = 5s;
+
+/// Each report waits longer by the step than the one before, up to the limit.
+constexpr std::chrono::seconds errorReportStep = 300s;
+constexpr std::chrono::seconds errorReportLimit = 3600s;
+
 } // namespace vo::data::tuning

@@ -15,6 +15,7 @@
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
 
+#include <QtCore/QTimerEvent>
 #include <QtQml/QQmlEngine>
 
 namespace vo::data {
@@ -200,6 +201,15 @@ QString Context::language() const
 QString Context::country() const
 {
     return QStringLiteral("AT");
+}
+
+// Ticks
+
+void Context::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == d->retryTimerId) {
+        d->retryErrors();
+    }
 }
 
 // Remote revisions

@@ -12,6 +12,7 @@
 #include <QtCore/QSharedPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
+#include <QtQml/QQmlListProperty>
 #include <QtQml/QQmlParserStatus>
 #include <QtQml/qqml.h>
 
@@ -25,6 +26,7 @@ QT_END_NAMESPACE
 namespace vo::data {
 
 class AccessController;
+class ContextError;
 class Document;
 class DocumentCache;
 class DocumentNode;
@@ -50,6 +52,7 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
     QML_NAMED_ELEMENT(Context)
+    Q_MOC_INCLUDE("vorrel/data/context/contexterror.h")
     Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
     Q_PROPERTY(QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
     Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
@@ -59,6 +62,9 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_PROPERTY(vo::data::Context::ContentFetchPolicy contentFetchPolicy READ contentFetchPolicy
                    WRITE setContentFetchPolicy NOTIFY contentFetchPolicyChanged)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    Q_PROPERTY(vo::data::ContextError *primaryError READ primaryError NOTIFY primaryErrorChanged)
+    Q_PROPERTY(QQmlListProperty<vo::data::ContextError> errors READ errorList NOTIFY errorsChanged)
+    Q_PROPERTY(int tryFixRemainingTime READ tryFixRemainingTime NOTIFY tryFixRemainingTimeChanged)
     Q_PROPERTY(bool hasLocalChanges READ hasLocalChanges NOTIFY hasLocalChangesChanged)
     Q_PROPERTY(QString language READ language CONSTANT)
     Q_PROPERTY(QString country READ country CONSTANT)
@@ -166,6 +172,27 @@ public:
     [[nodiscard]] QSharedPointer<DocumentCache> documentCache() const;
     /// @}
 
+    /// \name Errors
+    /// @{
+
+    /// Takes \p error over until it is fixed. While there are errors, tryFixErrors() is called
+    /// every 15 s. They are reported in the log, at critical: 20 s after the last one came, 5 s
+    /// after one was fixed, and from then on after 5, 10, 15 minutes and so on, up to an hour.
+    void addError(ContextError *error);
+
+    /// The worst come first; of those that are as bad, the oldest.
+    [[nodiscard]] QList<ContextError *> errors() const;
+
+    /// The first of the errors, or null.
+    [[nodiscard]] ContextError *primaryError() const;
+
+    /// Asks every error whether its cause is gone. The countdown goes on as it was.
+    Q_INVOKABLE void tryFixErrors();
+
+    /// Milliseconds until tryFixErrors() is called next. Stands still without errors.
+    [[nodiscard]] int tryFixRemainingTime() const;
+    /// @}
+
     /// \name Documents
     /// @{
 
@@ -230,6 +257,10 @@ Q_SIGNALS:
     void countryChanged();
     void hasLocalChangesChanged();
     void localDocumentsChanged();
+    void errorsChanged();
+    void primaryErrorChanged();
+    void tryFixTriggered();
+    void tryFixRemainingTimeChanged(int time);
     void documentAdded(vo::data::Document *document);
     void documentRemoved(vo::data::Document *document);
     void documentChanged(vo::data::Document *document);
@@ -239,10 +270,12 @@ Q_SIGNALS:
 
 protected:
     void customEvent(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private Q_SLOTS:
     void updateBusyState();
     void handleNewRevision(const QString &id, const QString &revision);
+    void errorFixed();
 
 private:
     friend DocumentStore &documentStore(const Context *context);
@@ -250,6 +283,7 @@ private:
     void setServiceUrlFromQml(const QUrl &url);
     void setChangeFeedMonitorTypeFromQml(ChangeFeedMonitorType type);
     void openDatabase(const QString &name);
+    [[nodiscard]] QQmlListProperty<ContextError> errorList();
 
     struct Private;
     const std::unique_ptr<Private> d;

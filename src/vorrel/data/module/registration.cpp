@@ -3,6 +3,7 @@
 #include <vorrel/data/module/registration.h>
 
 #include <vorrel/data/context/context.h>
+#include <vorrel/data/context/networkerror.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
@@ -64,8 +65,8 @@ void _vo_data_registerTypesdata_core()
     static std::once_flag once;
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
-        vo::data::registerPropertyTypes<vo::data::Context, vo::data::Document,
-                                        vo::data::LinkedDocument, vo::data::Group,
-                                        vo::data::ColorSwatch>();
+        vo::data::registerPropertyTypes<
+            vo::data::Context, vo::data::ContextError, vo::data::NetworkError, vo::data::Document,
+            vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch>();
     });
 }
