@@ -72,6 +72,8 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { processEvents(); },
         [&] { delete document("local"_s); },
         [&] { document("a"_s)->setLabel("edited"_s); },
+        [&] { static_cast<void>(fixture->beginDownload()); },
+        [&] { tickTimer(fixture.context(), data::tuning::downloadTick); },
         [&] { fixture->addError(new TestError); },
         [&] { tickTimer(fixture.context(), data::tuning::errorRetryTick); },
         [&] { fixture->tryFixErrors(); },

@@ -54,4 +54,7 @@ constexpr std::chrono::seconds errorReportDelayAfterFix = 5s;
 constexpr std::chrono::seconds errorReportStep = 300s;
 constexpr std::chrono::seconds errorReportLimit = 3600s;
 
+/// How often the status of downloads follows them. Shorter moves a progress bar more smoothly.
+constexpr std::chrono::milliseconds downloadTick = 1s;
+
 } // namespace vo::data::tuning

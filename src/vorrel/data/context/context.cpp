@@ -59,6 +59,7 @@ Context::~Context()
     // Documents without a node, such as those that were never initialised. Their destructors still
     // ask this object whether it is closing, so they cannot wait for the destructor of QObject.
     qDeleteAll(findChildren<LinkedDocument *>(QString(), Qt::FindDirectChildrenOnly));
+    d->destroyJobs();
 }
 
 AccessController *Context::createAccessController(LinkedDocument *document)
@@ -209,6 +210,8 @@ void Context::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() == d->retryTimerId) {
         d->retryErrors();
+    } else if (event->timerId() == d->downloadTimerId) {
+        d->reportDownloads();
     }
 }
 

@@ -5,6 +5,7 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentcache.h>
+#include <vorrel/data/context/downloadprogress.h>
 #include <vorrel/data/context/loadrequestboard_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
@@ -73,6 +74,12 @@ struct Context::Private final : DocumentStore
     qint64 lastRetryTick = 0;     // milliseconds since the epoch
     std::chrono::milliseconds tryFixRemainingTime = tuning::errorRetryPeriod;
 
+    // Jobs and downloads
+    QList<Job *> jobs; // owned
+    QList<QSharedPointer<DownloadProgress>> downloads;
+    DownloadStatus *downloadStatus = nullptr; // child of the Context
+    int downloadTimerId = 0;
+
     // Deferred work
     std::deque<std::unique_ptr<DocumentTask>> graphTasks;
     bool graphTasksPending = false;
@@ -103,6 +110,9 @@ struct Context::Private final : DocumentStore
     void setTryFixRemainingTime(std::chrono::milliseconds time);
     void delayErrorReport(std::chrono::seconds delay);
     void reportErrors();
+
+    void destroyJobs();
+    void reportDownloads();
 
     // DocumentStore
     QObject *object() override;

@@ -3,7 +3,8 @@
 #include <vorrel/data/module/registration.h>
 
 #include <vorrel/data/context/context.h>
-#include <vorrel/data/context/networkerror.h>
+#include <vorrel/data/context/contexterror.h>
+#include <vorrel/data/context/downloadstatus.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
@@ -66,7 +67,7 @@ void _vo_data_registerTypesdata_core()
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerPropertyTypes<
-            vo::data::Context, vo::data::ContextError, vo::data::NetworkError, vo::data::Document,
+            vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch>();
     });
 }
