@@ -22,102 +22,65 @@ struct TestJob : Job
         , script(ends)
     { }
     using Job::setStatus;
-    void run() override
-    {
-        ++runs;
-        setStatus(script.takeFirst());
-    }
+    void run() override { setStatus(script.takeFirst()); }
     ContextError *createJobError() override
     {
         return new JobError(ContextError::Major, 503, QNetworkReply::NoError, this);
     }
-
     QList<Status> script;
-    int runs = 0;
 };
 
 class tst_Jobs : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void jobStartsByItselfKeepsTheContextBusyAndGoes()
+    void jobStartsByItselfIsRetriedAndGoes()
     {
         Context context;
         QStringList events;
         connect(&context, &Context::busyChanged, this,
                 [&] { events += context.isBusy() ? "busy"_s : "idle"_s; });
-        const QPointer<TestJob> job(new TestJob(&context, { Job::Running }));
+        const QPointer<TestJob> job(
+            new TestJob(&context, { Job::Error, Job::Error, Job::Running }));
         connect(job, &Job::statusChanged, this, [&] { events += QString::number(job->status()); });
         connect(job, &Job::finished, this, [&] { events += "finished"_s; });
         processEvents();
-        job->execute(); // in vain, as is the next line
-        job->setStatus(Job::Running);
-        QCOMPARE(job->runs, 1);
+        const QPointer<ContextError> error(context.primaryError());
+        for (int i = 0; i < 3; ++i) { // the last time it runs
+            context.tryFixErrors();
+            QCOMPARE(context.errors(), QList<ContextError *> { error });
+        }
         new TestJob(&context, { Job::Finished });
         processEvents();
         job->setStatus(Job::Finished);
-        job->execute();
+        job->execute(); // in vain
         processEvents();
-        QVERIFY(!job);
-        QCOMPARE(events, "busy 1 3 finished idle"_l);
+        QVERIFY(!job && !error);
+        QCOMPARE(events, "busy 1 2 1 2 1 3 finished idle"_l);
     }
 
-    void failureIsOneErrorUntilARetrySucceeds()
-    {
-        Context context;
-        const QPointer<TestJob> job(
-            new TestJob(&context, { Job::Error, Job::Error, Job::Running }));
-        processEvents();
-        const QPointer<ContextError> error(context.primaryError());
-        QCOMPARE(error->errorCode(), 503);
-        context.tryFixErrors();
-        QCOMPARE(context.errors().size(), 1);
-        context.tryFixErrors();
-        context.tryFixErrors(); // it runs
-        QCOMPARE(job->runs, 3);
-        QVERIFY(context.isBusy());
-        job->setStatus(Job::Finished);
-        processEvents();
-        QVERIFY(!error && !job && !context.isBusy());
-    }
-
-    void abortedJobNeverRunsAndItsErrorGoes()
-    {
-        Context context;
-        auto *failed = new TestJob(&context, { Job::Error });
-        failed->execute();
-        auto *fresh = new TestJob(&context, { Job::Finished });
-        connect(fresh, &Job::statusChanged, this, [] { QFAIL("An aborted job ran"); });
-        fresh->abort();
-        failed->abort();
-        processEvents();
-        QVERIFY(!context.isBusy());
-        context.tryFixErrors();
-        processEvents();
-        QVERIFY(context.errors().isEmpty());
-    }
-
-    void jobMayEndInASlot()
+    void jobMayEndInASlotAndItsErrorGoes()
     {
         for (const Job::Status status : { Job::Running, Job::Error, Job::Finished }) {
-            for (const QByteArray victim : { "job", "context", "abort" }) {
+            for (const char victim : { 'j', 'c', 'a' }) {
                 auto context = std::make_unique<Context>();
                 const QPointer<TestJob> job(new TestJob(context.get(), { status }));
-                const QPointer<TestJob> other(new TestJob(context.get(), { Job::Finished }));
+                auto *failed = new TestJob(context.get(), { Job::Error });
+                failed->execute();
+                failed->abort(); // before it starts by itself
                 connect(job, &Job::statusChanged, this, [&] {
                     if (job->status() == status) {
-                        if (victim == "job") {
-                            delete job;
-                        } else if (victim == "abort") {
-                            job->abort();
-                        } else {
-                            context.reset();
-                        }
+                        victim == 'j' ? delete job : victim == 'a' ? job->abort() : context.reset();
                     }
                 });
                 processEvents();
-                QVERIFY(!job && !other);
-                QVERIFY(!context || (context->errors().isEmpty() && !context->isBusy()));
+                QVERIFY(!job);
+                if (context) {
+                    QVERIFY(!context->isBusy());
+                    context->tryFixErrors();
+                    processEvents();
+                    QVERIFY(context->errors().isEmpty());
+                }
             }
         }
     }
@@ -133,16 +96,12 @@ private Q_SLOTS:
         };
         const auto first = context.beginDownload();
         const auto second = context.beginDownload();
-        first->total = -1;
-        QVERIFY(shows(0, 0, 0));
-        *first = { 30, 40, false };
-        *second = { 20, 60, false };
+        *first = { 30, -1, false };
+        *second = { 20, 100, false };
         QVERIFY(shows(50, 100, 0.5));
         first->received = 99; // more than was said
-        context.endDownload(first);
         QVERIFY(shows(119, 100, 1));
-        second->received = 1; // broken off
-        first->received = 40;
+        context.endDownload(first);
         context.endDownload(second);
         QVERIFY(shows(100, 100, 1));
         QVERIFY(tick() && !context.download() && !tick());

@@ -19,6 +19,7 @@
 #include <vorrel/data/documents/producttag.h>
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
+#include <vorrel/data/module/texts_p.h>
 #include <vorrel/data/properties/langstring.h>
 
 #include <QtQml/qqml.h>
@@ -66,6 +67,7 @@ void _vo_data_registerTypesdata_core()
     static std::once_flag once;
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
+        vo::data::Texts::install();
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch>();
