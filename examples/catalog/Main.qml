@@ -31,7 +31,8 @@ ApplicationWindow {
     Catalogue {
         id: catalogue
         context: context
-        onDocumentsChanged: Session.current = documents.length > 0 ? documents[0] : null
+        Component.onCompleted: Session.catalogue = this
+        onFirstChanged: Session.current = first
     }
 
     Picture {

@@ -70,7 +70,7 @@ TestCase {
         verify(!itemWithText(window, "Unsaved changes"))
 
         const row = findItem(window.contentItem,
-                             item => item.text === "Autumn window" && item.current)
+                             item => item.text === "Larkmere Utrecht" && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
         label.forceActiveFocus()
         tryCompare(label, "activeFocus", true)

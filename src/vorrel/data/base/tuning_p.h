@@ -29,6 +29,10 @@ constexpr std::chrono::milliseconds batchSlice = 4ms;
 /// Budget of the incubator in one turn of the event loop.
 constexpr std::chrono::milliseconds incubatorSlice = 4ms;
 
+/// Turns in a row after which an object that still wants more counts as a fault of its class when
+/// all waiting work is finished at once. Debug builds stop there.
+constexpr int incubationTurnLimit = 10'000'000;
+
 /// Budget of the graph tasks in one turn of the event loop.
 constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
 

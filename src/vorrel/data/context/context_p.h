@@ -59,6 +59,7 @@ struct Context::Private final : DocumentStore
     bool busy = false;
 
     // Documents
+    QObject *documents; // their parent: a child of the Context, so that they can all go at once
     QHash<QByteArray, DocumentNode *> documentNodes;                                // owned
     QHash<std::pair<DocumentNode *, DocumentNode *>, DocumentEdge *> documentLinks; // owned
     QSet<LinkedDocument *> dirtyDocuments;
@@ -116,6 +117,7 @@ struct Context::Private final : DocumentStore
 
     // DocumentStore
     QObject *object() override;
+    QObject *documentParent() override;
     [[nodiscard]] bool isClosing() const override;
     [[nodiscard]] QString language() const override;
     [[nodiscard]] QUrl serviceUrl() const override;
