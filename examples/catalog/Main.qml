@@ -57,6 +57,11 @@ ApplicationWindow {
                 Layout.fillWidth: true
             }
 
+            ErrorBanner {
+                context: context
+                Layout.fillWidth: true
+            }
+
             RowLayout {
                 visible: catalogue.progress === "ready"
                 spacing: 0

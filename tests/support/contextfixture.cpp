@@ -9,6 +9,7 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/loadqueue.h>
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
 #include <QtCore/QTimerEvent>
@@ -41,6 +42,19 @@ void processEvents()
         QCoreApplication::processEvents();
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool tickTimer(QObject *receiver, std::chrono::milliseconds period)
+{
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(receiver);
+    for (const QAbstractEventDispatcher::TimerInfo &timer : timers) {
+        if (timer.interval == period.count()) {
+            QTimerEvent event(timer.timerId);
+            QCoreApplication::sendEvent(receiver, &event);
+            return true;
+        }
+    }
+    return false;
 }
 
 void useUpTheSlice()

@@ -10,6 +10,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
 
+#include <chrono>
 #include <memory>
 
 namespace vo::test {
@@ -56,6 +57,9 @@ private:
 
 /// Turns the event loop some times, and deletes what is to be deleted later.
 void processEvents();
+
+/// One tick of the timer of \p receiver that has this period. False if none runs.
+bool tickTimer(QObject *receiver, std::chrono::milliseconds period);
 
 /// Uses up the time that deferred work may take in one turn, so that no more of it follows in that
 /// turn.

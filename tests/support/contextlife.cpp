@@ -5,7 +5,9 @@
 #include "support/contextfixture.h"
 #include "support/literals.h"
 #include "support/signalhook.h"
+#include "support/testerror.h"
 
+#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/context/loadqueue.h>
 #include <vorrel/data/context/loadrequest.h>
@@ -67,6 +69,12 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { processEvents(); },
         [&] { delete document("local"_s); },
         [&] { document("a"_s)->setLabel("edited"_s); },
+        [&] { static_cast<void>(fixture->beginDownload()); },
+        [&] { tickTimer(fixture.context(), data::tuning::downloadTick); },
+        [&] { fixture->addError(new TestError); },
+        [&] { tickTimer(fixture.context(), data::tuning::errorRetryTick); },
+        [&] { fixture->tryFixErrors(); },
+        [&] { delete fixture->primaryError(); },
         [&] { fixture->removeDocument("a"_s); },
         [&] { processEvents(); },
     };

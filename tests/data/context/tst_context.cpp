@@ -12,6 +12,7 @@
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/tag.h>
+#include <vorrel/data/properties/langstring.h>
 
 #include <QtQml/QQmlEngine>
 #include <QtTest/QTest>
@@ -363,6 +364,21 @@ private Q_SLOTS:
             processEvents();
             QVERIFY(!nest.context() && !nest.log.contains("late"_s));
         }
+    }
+
+    void reportsDocumentsByType()
+    {
+        ContextFixture fixture;
+        for (const QString &type : "tag data:thing tag data:box"_l) {
+            fixture->createDocument(type);
+        }
+        new LangString(fixture->documents().constFirst());
+        LogCapture log;
+        fixture->documentReport();
+        QCOMPARE(log.lines().replaceInStrings("vorrel.data.context|info|"_s, ""_s),
+                 "Document report for 4 documents|\"data:box\" 1|\"data:thing\" 1|"
+                 "\"tag\" 2|Orphaned inline documents: 1|\"langstring\" 1|"
+                 "Known 4, linked 0, unsaved 4, wanted 0, incubating 0, tasks 0"_lines);
     }
 
     void everyContextHasTheAutomaticDocuments()

@@ -8,6 +8,12 @@ namespace vo::data::textids {
 /// The name of a document whose class gives none.
 constexpr char linkedDocumentTypeName[] = "11c13098fb478fea";
 
+/// The change feed is interrupted.
+constexpr char changeFeedError[] = "fd627c988cb6a2da";
+
+/// A request failed; the code of the NetworkError follows.
+constexpr char networkErrorPrefix[] = "error.network.";
+
 /// A link was refused because it would have closed a cycle. Parameters: "source", "target",
 /// "cycle".
 constexpr char dependencyCycle[] = "vorrel.error.DependencyCycle";

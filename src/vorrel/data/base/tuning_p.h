@@ -62,4 +62,22 @@ constexpr std::chrono::seconds strayFileAge = 24h;
 /// database.
 constexpr int maximumTypeLength = 255;
 
+/// How often the countdown to the next attempt to fix errors goes on.
+constexpr std::chrono::milliseconds errorRetryTick = 200ms;
+
+/// Time between two attempts. Shorter notices sooner that a cause is gone, and asks a server that
+/// is down as often.
+constexpr std::chrono::milliseconds errorRetryPeriod = 15s;
+
+/// Wait from the last new error to its report in the log, so that one that passes is not reported.
+constexpr std::chrono::seconds errorReportDelay = 20s;
+constexpr std::chrono::seconds errorReportDelayAfterFix = 5s;
+
+/// Each report waits longer by the step than the one before, up to the limit.
+constexpr std::chrono::seconds errorReportStep = 300s;
+constexpr std::chrono::seconds errorReportLimit = 3600s;
+
+/// How often the status of downloads follows them. Shorter moves a progress bar more smoothly.
+constexpr std::chrono::milliseconds downloadTick = 1s;
+
 } // namespace vo::data::tuning

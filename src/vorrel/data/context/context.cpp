@@ -15,6 +15,7 @@
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
 
+#include <QtCore/QTimerEvent>
 #include <QtQml/QQmlEngine>
 
 namespace vo::data {
@@ -63,6 +64,7 @@ Context::~Context()
     // destructors still ask this object whether it is closing, so they cannot wait for the
     // destructor of QObject.
     delete std::exchange(d->documents, nullptr);
+    d->destroyJobs();
 }
 
 AccessController *Context::createAccessController(LinkedDocument *document)
@@ -205,6 +207,17 @@ QString Context::language() const
 QString Context::country() const
 {
     return QStringLiteral("AT");
+}
+
+// Ticks
+
+void Context::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == d->retryTimerId) {
+        d->retryErrors();
+    } else if (event->timerId() == d->downloadTimerId) {
+        d->reportDownloads();
+    }
 }
 
 // Remote revisions

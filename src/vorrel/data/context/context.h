@@ -12,6 +12,7 @@
 #include <QtCore/QSharedPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
+#include <QtQml/QQmlListProperty>
 #include <QtQml/QQmlParserStatus>
 #include <QtQml/qqml.h>
 
@@ -25,16 +26,20 @@ QT_END_NAMESPACE
 namespace vo::data {
 
 class AccessController;
+class ContextError;
 class Document;
 class DocumentCache;
 class DocumentNode;
 class DocumentStore;
 class DocumentTask;
+class DownloadStatus;
 class IIncubatable;
 class IUpdateHandler;
+class Job;
 class LinkedDocument;
 class LoadQueue;
 class LoadRequest;
+struct DownloadProgress;
 
 /// One database on one server, and all of its documents that were loaded or made here. Everything
 /// else in the library reaches the database through it.
@@ -50,6 +55,8 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
     QML_NAMED_ELEMENT(Context)
+    Q_MOC_INCLUDE("vorrel/data/context/contexterror.h")
+    Q_MOC_INCLUDE("vorrel/data/context/downloadstatus.h")
     Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
     Q_PROPERTY(QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
     Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
@@ -59,6 +66,10 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_PROPERTY(vo::data::Context::ContentFetchPolicy contentFetchPolicy READ contentFetchPolicy
                    WRITE setContentFetchPolicy NOTIFY contentFetchPolicyChanged)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    Q_PROPERTY(vo::data::ContextError *primaryError READ primaryError NOTIFY primaryErrorChanged)
+    Q_PROPERTY(QQmlListProperty<vo::data::ContextError> errors READ errorList NOTIFY errorsChanged)
+    Q_PROPERTY(int tryFixRemainingTime READ tryFixRemainingTime NOTIFY tryFixRemainingTimeChanged)
+    Q_PROPERTY(vo::data::DownloadStatus *download READ download NOTIFY downloadChanged)
     Q_PROPERTY(bool hasLocalChanges READ hasLocalChanges NOTIFY hasLocalChangesChanged)
     Q_PROPERTY(QString language READ language CONSTANT)
     Q_PROPERTY(QString country READ country CONSTANT)
@@ -82,6 +93,9 @@ public:
     };
     Q_DECLARE_FLAGS(ContentFetchPolicy, ContentFetchPolicyFlag)
     Q_FLAG(ContentFetchPolicy)
+
+    /// Named so by attachments, too.
+    using DownloadData = DownloadProgress;
 
     explicit Context(QObject *parent = nullptr);
     Context(const QUrl &serviceUrl, const QString &database, QObject *parent = nullptr);
@@ -158,7 +172,7 @@ public:
     /// deleted.
     Q_INVOKABLE [[nodiscard]] vo::data::Document *loadedDocument(const QString &id) const;
 
-    /// True while documents are being loaded.
+    /// True while documents are being loaded or a Job lives.
     [[nodiscard]] bool isBusy() const;
     [[nodiscard]] LoadQueue *loadQueue() const;
 
@@ -168,6 +182,42 @@ public:
     /// Writes the cache to its file, in the background, if it has changed. Nothing else does: call
     /// it now and then, and before the program ends.
     Q_INVOKABLE void persistCache();
+    /// @}
+
+    /// \name Errors
+    /// @{
+
+    /// Takes \p error over until it is fixed. While there are errors, tryFixErrors() is called
+    /// every 15 s. They are reported in the log, at critical: 20 s after the last one came, 5 s
+    /// after one was fixed, and from then on after 5, 10, 15 minutes and so on, up to an hour.
+    void addError(ContextError *error);
+
+    /// The worst come first; of those that are as bad, the oldest.
+    [[nodiscard]] QList<ContextError *> errors() const;
+
+    /// The first of the errors, or null.
+    [[nodiscard]] ContextError *primaryError() const;
+
+    /// Asks every error whether its cause is gone. The countdown goes on as it was.
+    Q_INVOKABLE void tryFixErrors();
+
+    /// Milliseconds until tryFixErrors() is called next. Stands still without errors.
+    [[nodiscard]] int tryFixRemainingTime() const;
+    /// @}
+
+    /// \name Downloads
+    /// @{
+
+    /// A new download among those that downloadStatus() sums up. The caller keeps the record up to
+    /// date, and gives it to endDownload() whatever becomes of the download.
+    [[nodiscard]] QSharedPointer<DownloadProgress> beginDownload();
+
+    /// \pre \p progress came from beginDownload()
+    void endDownload(const QSharedPointer<DownloadProgress> &progress);
+
+    /// What all downloads come to; null while there are none. Owned by the Context.
+    [[nodiscard]] DownloadStatus *downloadStatus() const;
+    [[nodiscard]] DownloadStatus *download() const;
     /// @}
 
     /// \name Documents
@@ -195,7 +245,8 @@ public:
     void removeDocument(const QString &id);
     void removeDocument(LinkedDocument *document);
 
-    /// Logs how many documents of each type there are, in "vorrel.data.context".
+    /// Logs for support, in "vorrel.data.context": how many documents of each type there are, how
+    /// many inline documents no property holds, and how large the tables and queues are.
     void documentReport() const;
     /// @}
 
@@ -234,6 +285,11 @@ Q_SIGNALS:
     void countryChanged();
     void hasLocalChangesChanged();
     void localDocumentsChanged();
+    void errorsChanged();
+    void primaryErrorChanged();
+    void tryFixTriggered();
+    void tryFixRemainingTimeChanged(int time);
+    void downloadChanged();
     void documentAdded(vo::data::Document *document);
     void documentRemoved(vo::data::Document *document);
     void documentChanged(vo::data::Document *document);
@@ -243,17 +299,23 @@ Q_SIGNALS:
 
 protected:
     void customEvent(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private Q_SLOTS:
     void updateBusyState();
     void handleNewRevision(const QString &id, const QString &revision);
+    void errorFixed();
 
 private:
+    friend class Job;
     friend DocumentStore &documentStore(const Context *context);
 
     void setServiceUrlFromQml(const QUrl &url);
     void setChangeFeedMonitorTypeFromQml(ChangeFeedMonitorType type);
     void openDatabase(const QString &name);
+    [[nodiscard]] QQmlListProperty<ContextError> errorList();
+    void addJob(Job *job);
+    void removeJob(Job *job);
 
     struct Private;
     const std::unique_ptr<Private> d;

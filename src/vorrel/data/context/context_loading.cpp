@@ -79,8 +79,8 @@ void Context::updateBusyState()
         return;
     }
     // Without downloads nobody waits for an incubation, so it does not count.
-    const bool busy =
-        d->loadQueue->isLoading() || (attachmentDownloadEnabled() && d->incubator->isIncubating());
+    const bool busy = d->loadQueue->isLoading() || !d->jobs.isEmpty()
+        || (attachmentDownloadEnabled() && d->incubator->isIncubating());
     if (busy != d->busy) {
         d->busy = busy;
         Q_EMIT busyChanged();

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentcache.h>
+#include <vorrel/data/context/downloadprogress.h>
 #include <vorrel/data/context/loadrequestboard_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
@@ -11,6 +13,7 @@
 #include <vorrel/data/core/iupdatehandler.h>
 #include <vorrel/data/core/linkeddocument.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
@@ -63,6 +66,21 @@ struct Context::Private final : DocumentStore
     QList<Document *> locals;
     QHash<QString, QVector<std::function<void(Document *)>>> creationHandlers;
 
+    // Errors
+    QList<ContextError *> errors; // children of the Context, in the order of errors()
+    QDateTime errorsSince;        // when the first of them came
+    qint64 nextErrorReport = 0;   // seconds since the epoch
+    int errorReportCount = 0;     // since the list changed last
+    int retryTimerId = 0;         // 0 without errors
+    qint64 lastRetryTick = 0;     // milliseconds since the epoch
+    std::chrono::milliseconds tryFixRemainingTime = tuning::errorRetryPeriod;
+
+    // Jobs and downloads
+    QList<Job *> jobs; // owned
+    QList<QSharedPointer<DownloadProgress>> downloads;
+    DownloadStatus *downloadStatus = nullptr; // child of the Context
+    int downloadTimerId = 0;
+
     // Deferred work
     std::deque<std::unique_ptr<DocumentTask>> graphTasks;
     bool graphTasksPending = false;
@@ -82,6 +100,20 @@ struct Context::Private final : DocumentStore
     void runCreationHandlers(Document *document);
     void startDependencyTimer();
     void runDependencyUpdates();
+
+    void insertError(ContextError *error);
+
+    /// True if it was the first.
+    bool removeError(ContextError *error);
+
+    void announceErrors(bool primaryChanged);
+    void retryErrors();
+    void setTryFixRemainingTime(std::chrono::milliseconds time);
+    void delayErrorReport(std::chrono::seconds delay);
+    void reportErrors();
+
+    void destroyJobs();
+    void reportDownloads();
 
     // DocumentStore
     QObject *object() override;
