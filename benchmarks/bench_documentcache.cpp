@@ -95,8 +95,8 @@ void measure(Report &report, const QStringList &ids)
                  QStringLiteral("LZ4 of the block"), median(anchors) / 1e6, 1.35 });
     report.add({ QStringLiteral("P5 store, on the owner's thread"), count, unit,
                  median(stores) / 1e6, limit, 1, 1 });
-    report.add({ QStringLiteral("P5 insert while it is stored"), count, unit,
-                 median(inserts) / 1e6, limit, 1, 1 });
+    report.add({ QStringLiteral("P5 insert while it is stored"), count, unit, median(inserts) / 1e6,
+                 limit, 1, 1 });
 
     const double parse = cpuTime([&] {
         for (int at = idSize; at < plain.size(); at += idSize + documentSize) {
@@ -107,8 +107,8 @@ void measure(Report &report, const QStringList &ids)
     const double find = cpuTime([&] {
         std::for_each(ids.begin(), ids.end(), [&](const QString &id) { cache.find(id).isEmpty(); });
     });
-    report.add({ QStringLiteral("P4 load and find all"), count, unit,
-                 (find + median(loads)) / 1e6, QStringLiteral("parse all"), parse / 1e6, 1.1 });
+    report.add({ QStringLiteral("P4 load and find all"), count, unit, (find + median(loads)) / 1e6,
+                 QStringLiteral("parse all"), parse / 1e6, 1.1 });
 }
 
 } // namespace

@@ -103,11 +103,11 @@ public:
             exits[std::size_t(from)].insert(QString::number(to), QString::number(to));
         }
         for (int number = 0; number < size; ++number) {
-            m_documents.push_back(LinkedDocument::create(
-                { { QStringLiteral("_id"), QString::number(number) },
-                  { QStringLiteral("type"), QStringLiteral("junction") },
-                  { QStringLiteral("exits"), exits[std::size_t(number)] } },
-                &m_context));
+            m_documents.push_back(
+                LinkedDocument::create({ { QStringLiteral("_id"), QString::number(number) },
+                                         { QStringLiteral("type"), QStringLiteral("junction") },
+                                         { QStringLiteral("exits"), exits[std::size_t(number)] } },
+                                       &m_context));
         }
         m_context.finishIncubation();
     }

@@ -28,6 +28,21 @@ ApplicationWindow {
         database: window.database
     }
 
+    // The next start may be without a network. Nothing is written if nothing has changed.
+    Timer {
+        interval: 3 * 60 * 1000
+        running: true
+        repeat: true
+        onTriggered: context.persistCache()
+    }
+
+    Connections {
+        target: Qt.application
+        function onAboutToQuit() {
+            context.persistCache()
+        }
+    }
+
     Catalogue {
         id: catalogue
         context: context

@@ -24,7 +24,10 @@ Rectangle {
     RootDocument {
         id: waiting
         context: panel.context
-        documentId: "sample.note.today"
+        // Asked for last: without a network it gets no answer, and documents that refer to others
+        // are held back until everything that was asked for is answered.
+        documentId: Session.catalogue && Session.catalogue.progress === "ready"
+            ? "sample.note.today" : ""
     }
 
     Rectangle {
