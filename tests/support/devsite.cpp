@@ -29,6 +29,7 @@ bool DevSite::open(const Graph &graph)
     }
     context.setServiceUrl(server.serviceUrl());
     context.setNetworkAccessManager(&m_manager);
+    context.setChangeFeedMonitorType(monitorType);
     context.setDatabase(server.database());
     return true;
 }

@@ -38,6 +38,7 @@ private:
 public:
     DevServer server;
     data::Context context;
+    data::Context::ChangeFeedMonitorType monitorType = data::Context::NullMonitor;
     QStringList order; // of the nodes that came
     const QList<QStringList> &batches = m_manager.batches;
 };

@@ -26,6 +26,7 @@ public:
 GraphContext::GraphContext(QObject *parent)
     : Context(parent)
 {
+    setChangeFeedMonitorType(NullMonitor);
     static const bool registered = [] {
         data::registerDocument<Station>();
         data::registerDocument<Note>();

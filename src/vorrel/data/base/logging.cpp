@@ -11,5 +11,6 @@ Q_LOGGING_CATEGORY(lcContext, "vorrel.data.context", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcLoadQueue, "vorrel.data.loadqueue", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcDocCache, "vorrel.doccache", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcIncubator, "vorrel.data.incubator", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcChangeFeed, "vorrel.changefeed", QtInfoMsg)
 
 } // namespace vo::data
