@@ -3,11 +3,11 @@
 #include "support/devserver.h"
 
 #include <vorrel/core/couchurl.h>
+#include <vorrel/core/preparedrequest.h>
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QUuid>
-#include <QtNetwork/QNetworkAccessManager>
 #include <QtNetwork/QNetworkReply>
 #include <QtTest/QSignalSpy>
 
@@ -96,24 +96,31 @@ bool DevServer::store(const QList<QJsonObject> &documents)
     return request("POST", QStringLiteral("_bulk_docs"), QJsonDocument(body).toJson()) == 201;
 }
 
-int DevServer::request(const QByteArray &verb, const QString &path, const QByteArray &body)
+QString DevServer::put(const QJsonObject &document)
 {
-    QUrl url = path.isEmpty() ? CouchUrl::databaseUrl(m_serviceUrl, m_database)
-                              : CouchUrl::resource(m_serviceUrl, m_database, path);
-    QNetworkRequest request;
-    if (!url.userInfo().isEmpty()) {
-        const QString credentials =
-            url.userName(QUrl::FullyDecoded) + QLatin1Char(':') + url.password(QUrl::FullyDecoded);
-        request.setRawHeader("Authorization", "Basic " + credentials.toUtf8().toBase64());
-        url.setUserInfo(QString());
-    }
-    request.setUrl(url);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    QNetworkAccessManager manager;
-    const std::unique_ptr<QNetworkReply> reply(manager.sendCustomRequest(request, verb, body));
+    QByteArray answer;
+    static_cast<void>(request("PUT", document.value(QLatin1String("_id")).toString(),
+                              QJsonDocument(document).toJson(), &answer));
+    return QJsonDocument::fromJson(answer).object().value(QLatin1String("rev")).toString();
+}
+
+int DevServer::request(const QByteArray &verb, const QString &path, const QByteArray &body,
+                       QByteArray *answer)
+{
+    const QUrl url = path.isEmpty() ? CouchUrl::databaseUrl(m_serviceUrl, m_database)
+                                    : CouchUrl::resource(m_serviceUrl, m_database, path);
+    QNetworkRequest plain(url);
+    plain.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    // As for a PUT: without delay, whatever the verb.
+    const PreparedRequest request(QNetworkAccessManager::PutOperation, plain);
+    const std::unique_ptr<QNetworkReply> reply(
+        m_manager.sendCustomRequest(request.networkRequest(), verb, body));
     QSignalSpy finished(reply.get(), &QNetworkReply::finished);
     finished.wait(patience);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (answer) {
+        *answer = reply->readAll();
+    }
     m_error =
         QStringLiteral("%1 %2: status %3, %4")
             .arg(QString::fromLatin1(verb), path, QString::number(status), reply->errorString());

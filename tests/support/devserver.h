@@ -8,6 +8,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
+#include <QtNetwork/QNetworkAccessManager>
 
 namespace vo::test {
 
@@ -37,10 +38,13 @@ public:
     /// Puts documents into the database.
     [[nodiscard]] bool store(const QList<QJsonObject> &documents);
 
+    /// Puts one document, as another client would, and gives its new revision; empty if that fails.
+    [[nodiscard]] QString put(const QJsonObject &document);
+
 private:
     [[nodiscard]] bool startProcess();
     [[nodiscard]] int request(const QByteArray &verb, const QString &path,
-                              const QByteArray &body = QByteArray());
+                              const QByteArray &body = QByteArray(), QByteArray *answer = nullptr);
 
     const QUrl m_external;
     const QString m_user;
@@ -48,6 +52,7 @@ private:
     const QString m_database;
     QTemporaryDir m_disk;
     QProcess m_process;
+    QNetworkAccessManager m_manager;
     QUrl m_serviceUrl;
     QString m_error;
 };

@@ -81,20 +81,26 @@ void ReloadingUpdateHandler::fetch(const QString &id)
     connect(request, &Request::finished, this, [this, id, request] { handleAnswer(id, *request); });
 }
 
-// False when the document has gone, was saved meanwhile, or another database is open.
-bool ReloadingUpdateHandler::isWanted(const QString &id) const
+// False when the document has gone, was edited or saved meanwhile, or another database is open.
+bool ReloadingUpdateHandler::mayReload(const QString &id) const
 {
     const Reload reload = m_reloads.value(id);
-    return reload.document && !reload.document->deleted()
-        && reload.document->revision() == reload.revision
-        && reload.document->documentUrl() == reload.url;
+    const LinkedDocument *document = reload.document;
+    if (!document || document->deleted() || document->revision() != reload.revision
+        || document->documentUrl() != reload.url) {
+        return false;
+    }
+    if (document->isDirty()) {
+        warnOfConflict(document);
+    }
+    return !document->isDirty();
 }
 
 void ReloadingUpdateHandler::handleAnswer(const QString &id, const Request &request)
 {
     --m_running;
     const QJsonObject data = request.isOk(200) ? request.responseObject(nullptr) : QJsonObject();
-    if (!isWanted(id) || request.responseCode() == httpNotFound) {
+    if (request.responseCode() == httpNotFound || !mayReload(id)) {
         finish(id); // where it was deleted, the change feed says so itself
     } else if (data.value(jsonkeys::id).toString() == id) {
         const Context *context = m_reloads.value(id).document->context();
@@ -125,11 +131,8 @@ void ReloadingUpdateHandler::loadReferences(const QString &id, const QJsonObject
 void ReloadingUpdateHandler::apply(const QString &id, const QJsonObject &data)
 {
     const QPointer<ReloadingUpdateHandler> self(this);
-    const QPointer<LinkedDocument> document = m_reloads.value(id).document;
-    if (isWanted(id) && document->isDirty()) {
-        warnOfConflict(document);
-    } else if (isWanted(id)) {
-        document->reload(data);
+    if (mayReload(id)) {
+        m_reloads.value(id).document->reload(data);
     }
     if (self) {
         finish(id);

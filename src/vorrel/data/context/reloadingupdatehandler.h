@@ -50,7 +50,7 @@ private:
     void handleAnswer(const QString &id, const Request &request);
     void loadReferences(const QString &id, const QJsonObject &data);
     void apply(const QString &id, const QJsonObject &data);
-    [[nodiscard]] bool isWanted(const QString &id) const;
+    [[nodiscard]] bool mayReload(const QString &id) const;
     void finish(const QString &id);
     void repeatLater(const QString &id);
 
