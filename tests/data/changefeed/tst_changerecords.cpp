@@ -32,10 +32,8 @@ private Q_SLOTS:
                 }
                 splitter.append(bytes);
                 stream += bytes;
-                // Not all that is there is taken before more comes.
-                for (int wanted = piece > 0 ? random.bounded(4) : 1000; wanted > 0; --wanted) {
-                    const auto line = splitter.takeLine();
-                    lines += line ? *line + '\n' : QByteArray();
+                while (const auto line = splitter.takeLine()) {
+                    lines += *line + '\n';
                 }
             }
             const QByteArray whole = stream.left(stream.lastIndexOf('\n') + 1);
@@ -54,14 +52,10 @@ private Q_SLOTS:
                                   << QString::fromLatin1(sequence);
         };
         row(R"({"seq":42,"id":"n","changes":[{"rev":"1-n"}]})", "n:1-n|new n"_lines, "42");
-        row(R"({"seq":"4-x ","id":"n","changes":[{"rev":"1-n"},{"rev":"12-n"}]})", "n:12-n"_l,
-            "4-x");
-        row(R"({"seq":9007199254740992,"id":"a","changes":[{"rev":"1-a"}]})", {},
-            "9007199254740992");
+        row(R"({"seq":"4-x ","id":"n","changes":[{},{"rev":"12-n"}]})", "n:12-n"_l, "4-x");
+        row(R"({"seq":9007199254740992,"id":""})", {}, "9007199254740992");
         row(R"({"seq":1e300,"id":"a","changes":[{"rev":"1-a"}]})", {}, "1-a");
-        row(R"({"last_seq":"50-x","pending":0})", {}, "1-a");
         row(R"({"seq":44,"id":"n","changes":[]})", {}, "44");
-        row(R"({"seq":44,"id":"n","changes":"1-n"})", {}, "44");
         row(R"({"seq":44,"id":"a","changes":[{"rev":"1-a"}],"deleted":true})", {}, "44");
     }
     void aRecordSaysWhatIsNew()
