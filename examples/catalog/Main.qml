@@ -26,6 +26,7 @@ ApplicationWindow {
         id: context
         serviceUrl: window.serviceUrl
         database: window.database
+        followsRemoteEdits: true
     }
 
     Catalogue {

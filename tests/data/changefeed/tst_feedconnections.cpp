@@ -123,6 +123,7 @@ private Q_SLOTS:
             QCOMPARE(scene->errors().size(), isLong ? 1 : 0);
             scene.clock.advance(isLong ? 2s : 40s);
         }
+        processEvents();
         QTRY_VERIFY((scene->tryFixErrors(), scene->errors().isEmpty()));
         QCOMPARE(scene.log.count("|critical|Failed to parse change feed response"_s), 1);
         QVERIFY(scene.log.contains("2-a"_s) && !scene.log.contains("secret"_s));

@@ -9,10 +9,10 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/changefeed/changerecord_p.h>
 #include <vorrel/data/changefeed/revisionfetchrequest.h>
+#include <vorrel/data/changefeed/revisiontable_p.h>
 #include <vorrel/data/context/documentcache.h>
 #include <vorrel/data/core/linkeddocument.h>
 
-#include <QtCore/QHash>
 #include <QtCore/QJsonArray>
 #include <QtCore/QSet>
 
@@ -44,8 +44,8 @@ void dropOutdated(Records &records)
 struct BaseChangeFeedMonitor::Private
 {
     QString lastSequence;
-    QHash<QString, QString> revisions; // of each id the newest one known
-    QSet<QString> unknownRevisions;    // ids to ask for
+    RevisionTable revisions;
+    QSet<QString> unknownRevisions; // ids to ask for
     ClockTimer *fetchTimer = nullptr;
     Records queuedRecords;
     size_t queueLimit = tuning::heldRecords; // where the queue is thinned out
