@@ -6,7 +6,7 @@
 # packages are installed. Elsewhere, or without root, their names are printed and the work goes on
 # as long as the tools are there; a missing part of Qt is then CMake's to report.
 
-# setup PART…: any of build, qt6, qt5, server, format and lint.
+# setup PART…: any of build, qt6, qt5, server, format, lint and fuzz.
 setup()
 {
     local part tools=() packages=() missing
@@ -16,7 +16,7 @@ setup()
                 tools+=("cmake 3.25 cmake" "ninja 0 ninja-build" "c++ 9 build-essential"
                     "ccache 0 ccache")
                 # Qt Quick shows no text without a font, and Qt knows MIME types from this list only.
-                packages+=(fonts-dejavu-core shared-mime-info)
+                packages+=(fonts-dejavu-core liblz4-dev shared-mime-info strace)
                 ;;
             qt6)
                 packages+=(qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools
@@ -35,6 +35,7 @@ setup()
             server) tools+=("node 18 nodejs" "npm 0 npm") ;;
             format) tools+=("git 0 git" "clang-format 14 clang-format") ;;
             lint) tools+=("git 0 git" "clang-tidy 14 clang-tidy" "clang++ 14 clang") ;;
+            fuzz) tools+=("clang++ 14 clang") packages+=(libclang-rt-dev) ;;
         esac
     done
 

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The VorrelDataCore authors
 # SPDX-License-Identifier: MIT
 #
-# Finds Qt and gives every target of the project the same compiler settings.
+# Finds what the libraries need and gives every target of the project the same compiler settings.
 
 # Qt 6 unless the caller asks for 5 with -DQT_VERSION_MAJOR=5.
 if(QT_VERSION_MAJOR STREQUAL "5")
@@ -13,6 +13,7 @@ else()
 endif()
 set(VORREL_QT Qt${QT_VERSION_MAJOR})
 find_package(${VORREL_QT} REQUIRED COMPONENTS Core Concurrent Network Gui Qml Quick Positioning)
+find_package(LZ4 REQUIRED)
 if(VORREL_BUILD_TESTS)
     find_package(${VORREL_QT} REQUIRED COMPONENTS Test QuickTest)
 endif()

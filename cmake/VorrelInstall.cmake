@@ -20,6 +20,7 @@ write_basic_package_version_file(
 install(FILES
     "${PROJECT_BINARY_DIR}/VorrelDataCoreConfig.cmake"
     "${PROJECT_BINARY_DIR}/VorrelDataCoreConfigVersion.cmake"
+    "${PROJECT_SOURCE_DIR}/cmake/FindLZ4.cmake"
     DESTINATION "${packageDirectory}"
 )
 install(EXPORT VorrelDataCoreTargets NAMESPACE Vorrel:: DESTINATION "${packageDirectory}")

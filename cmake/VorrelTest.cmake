@@ -23,6 +23,7 @@ function(vorrel_register_test name)
         "QT_QPA_PLATFORM=offscreen"
         "QT_QUICK_BACKEND=software"
         "LC_ALL=C.UTF-8"
+        "XDG_CACHE_HOME=${PROJECT_BINARY_DIR}/cache"
         "VORREL_SOURCE_DIR=${PROJECT_SOURCE_DIR}"
         "QML2_IMPORT_PATH=${PROJECT_BINARY_DIR}/qml"
         "UBSAN_OPTIONS=print_stacktrace=1"

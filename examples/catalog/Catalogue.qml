@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import vorrel.data.Core 1.0
+import "fields.js" as Fields
 
 // The documents that "sample.catalogue" names, in the order of the list. Loading it loads them,
 // because it refers to them.
@@ -14,6 +15,13 @@ Item {
     readonly property string title: text("title")
     readonly property string description: text("description")
     property var documents: []
+
+    // The one to show first.
+    readonly property LinkedDocument first: documents.find(
+        document => document.documentId === text("first")) || documents[0] || null
+
+    // Counts the links between documents that came or went.
+    property int linkChanges: 0
     property int unreadable: 0
 
     // "loading", "missing" or "ready"
@@ -22,6 +30,11 @@ Item {
 
     function text(field: string): string {
         return document ? document.getStructValue("catalogue", field) : ""
+    }
+
+    // The documents that point at this one. Bind to linkChanges as well to have it follow.
+    function referrersOf(document: LinkedDocument) {
+        return documents.filter(other => Fields.targets(other).includes(document))
     }
 
     function collect() {
@@ -49,5 +62,18 @@ Item {
             if (!catalogue.context.busy)
                 catalogue.answered = true
         }
+        function onDocumentLinked() {
+            linkTimer.start()
+        }
+        function onDocumentUnlinked() {
+            linkTimer.start()
+        }
+    }
+
+    // Many come at once.
+    Timer {
+        id: linkTimer
+        interval: 50
+        onTriggered: ++catalogue.linkChanges
     }
 }

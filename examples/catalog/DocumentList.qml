@@ -104,6 +104,12 @@ Rectangle {
                 ButtonGroup.group: kinds
             }
             KindChip {
+                text: "Products"
+                kind: "product"
+                documents: list.documents
+                ButtonGroup.group: kinds
+            }
+            KindChip {
                 text: "Tags"
                 kind: "tag"
                 documents: list.documents

@@ -15,7 +15,11 @@ ScrollView {
 
     // Counts edits of free-form data, which have no property to bind to.
     property int structEdits: 0
-    readonly property var sections: structEdits, Fields.sections(document)
+
+    // Two bindings, since reading the content may build documents, which makes links.
+    readonly property var content: structEdits, Fields.sections(document)
+    readonly property var links: Session.catalogue.linkChanges,
+        Fields.linkSections(document, Session.catalogue.referrersOf(document))
 
     contentWidth: availableWidth
     clip: true
@@ -80,7 +84,7 @@ ScrollView {
             Layout.fillWidth: true
             Layout.leftMargin: 3 * Theme.unit
             Layout.rightMargin: 3 * Theme.unit
-            onTextEdited: view.document.label = text
+            onTextEdited: Fields.rename(view.document, text)
             onTextChanged: {
                 if (!activeFocus)
                     cursorPosition = 0 // shows the beginning
@@ -123,12 +127,10 @@ ScrollView {
             Layout.topMargin: 0
 
             Repeater {
-                model: view.sections
+                model: (view.content || []).concat(view.links || [])
 
                 delegate: FieldTable {
-                    required property int index
-
-                    Layout.columnSpan: index === 0 ? 2 : 1
+                    Layout.columnSpan: wide ? 2 : 1
                     Layout.preferredWidth: Layout.columnSpan
                     Layout.fillWidth: true
                     Layout.fillHeight: true
@@ -136,7 +138,7 @@ ScrollView {
             }
 
             Text {
-                visible: view.sections.length === 0
+                visible: view.content.length === 0
                 text: "It has no content beyond its label."
                 font.pixelSize: Theme.bodySize
                 color: Theme.inkFaint

@@ -13,7 +13,8 @@ RowLayout {
     readonly property var value: modelData.value
     readonly property string reference: Fields.reference(value)
     readonly property LinkedDocument target: reference
-        ? Session.current.context.loadedDocument(reference) as LinkedDocument : null
+        ? Session.current.context.loadedDocument(reference) as LinkedDocument
+        : Fields.isDocument(value) ? value as LinkedDocument : null
 
     spacing: Theme.unit
 
@@ -31,17 +32,22 @@ RowLayout {
         type: row.target ? row.target.type : ""
     }
 
-    Rectangle {
-        visible: Fields.isColor(row.value)
-        implicitWidth: 14
-        implicitHeight: 14
-        radius: 3
-        color: visible ? row.value : "transparent"
-        border.color: Theme.line
+    Repeater {
+        model: Fields.colors(row.value)
+
+        delegate: Rectangle {
+            required property string modelData
+
+            implicitWidth: 14
+            implicitHeight: 14
+            radius: 3
+            color: modelData
+            border.color: Theme.line
+        }
     }
 
     Text {
-        text: row.target ? row.target.label : Fields.text(row.reference || row.value)
+        text: row.target ? row.target.label || row.target.documentId : Fields.text(row.reference || row.value)
         textFormat: Text.PlainText
         font.pixelSize: Theme.bodySize
         font.underline: link.hovered

@@ -9,6 +9,7 @@ Control {
     id: table
 
     required property var modelData
+    readonly property bool wide: modelData.wide
 
     padding: 2 * Theme.unit
     bottomPadding: Theme.unit

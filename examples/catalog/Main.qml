@@ -32,7 +32,8 @@ ApplicationWindow {
     Catalogue {
         id: catalogue
         context: context
-        onDocumentsChanged: Session.current = documents.length > 0 ? documents[0] : null
+        Component.onCompleted: Session.catalogue = this
+        onFirstChanged: Session.current = first
     }
 
     Picture {
@@ -54,6 +55,11 @@ ApplicationWindow {
             Header {
                 context: context
                 catalogue: catalogue
+                Layout.fillWidth: true
+            }
+
+            ErrorBanner {
+                context: context
                 Layout.fillWidth: true
             }
 

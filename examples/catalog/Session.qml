@@ -9,6 +9,9 @@ QtObject {
     // The document that is shown on the right.
     property LinkedDocument current: null
 
+    // All documents.
+    property Catalogue catalogue: null
+
     // When the window opened: what was edited later was edited here.
     readonly property date opened: new Date()
 }

@@ -7,11 +7,13 @@
 
 const properties = {
     "customer": ["fbtoken"],
-    "device": ["serialNumber"],
+    "device": ["serialNumber", "location"],
+    "group:product": ["parentGroup"],
+    "group:tag": ["parentGroup"],
     "location": ["address", "zipCode", "city", "country", "position", "notes"],
-    "product": ["name", "description", "price"],
+    "product": ["name", "description", "price", "productGroup"],
     "tag": ["name", "icon", "applicableTypes"],
-    "tag:product": ["name", "icon", "applicableTypes"]
+    "tag:product": ["name", "icon", "applicableTypes", "tagGroup"]
 };
 
 const typeTitles = {
@@ -29,7 +31,8 @@ const structs = {
     "data:opening:hours": ["schedule", "mon", "tue", "wed", "thu", "fri", "sat", "sun"],
     "data:playlist": ["playlist", "slot-1", "slot-2", "slot-3", "slot-4"],
     "data:screen:layout": ["layout", "zone-hero", "zone-main", "zone-strip", "widget-clock",
-                           "widget-hours"]
+                           "widget-hours"],
+    "product": ["tags"]
 };
 
 // "zipCode" reads "Zip code", "slot-1" reads "Slot 1".
@@ -43,22 +46,59 @@ function typeTitle(type) {
     return typeTitles[type] || title(type.replace(/^data:/, ""));
 }
 
+// A product has its name for a label.
+function rename(document, text) {
+    document[document.hasType("product") ? "name" : "label"] = text;
+}
+
 function fieldsOf(object) {
     return Object.keys(object).map(name => ({ "title": title(name), "value": object[name] }));
 }
 
-// The tables for a document, as { title, fields: { title, value } }.
+// The tables for the content of a document, as { title, fields: { title, value }, wide }. The first
+// one is the main one.
 function sections(document) {
     const type = document.type;
     const result = [];
     if (properties[type])
         result.push({ "title": "Properties", "fields": properties[type].map(
             name => ({ "title": title(name), "value": document[name] })) });
+    if (type === "colorpalette")
+        result.push({ "title": "Swatches", "fields": list(document.swatches).map(
+            (swatch, index) => ({ "title": "Swatch " + (index + 1), "value": swatch.colors })) });
     if (type === "keyvaluestore")
         result.push({ "title": "Values", "fields": fieldsOf(document.data) });
     for (const name of structs[type] || [])
         result.push({ "title": title(name), "fields": fieldsOf(document.getStruct(name)) });
-    return result.filter(section => section.fields.length > 0);
+    return result.filter(section => section.fields.length > 0).map(
+        (section, index) => ({ "title": section.title, "fields": section.fields, "wide": index === 0 }));
+}
+
+// The tables for what a document refers to and what refers to it.
+function linkSections(document, referrers) {
+    return [linkSection("Refers to", targets(document)), linkSection("Referred to by", referrers)]
+        .filter(section => section.fields.length > 0);
+}
+
+// A list property as an array.
+function list(property) {
+    return Array.prototype.slice.call(property);
+}
+
+// The documents that a document points at; what lies inside it has the same id.
+function targets(document) {
+    return list(document.attachedDocuments).filter(
+        other => other.documentId !== document.documentId);
+}
+
+// A table of links to documents.
+function linkSection(title, documents) {
+    const fields = documents.map(other => ({ "title": typeTitle(other.type), "value": other }));
+    return { "title": title, "fields": fields, "wide": false };
+}
+
+function isDocument(value) {
+    return typeof value === "object" && value !== null && value.documentId !== undefined;
 }
 
 // The id in a reference to a document; empty for everything else.
@@ -67,8 +107,10 @@ function reference(value) {
     return match ? match[1] : "";
 }
 
-function isColor(value) {
-    return typeof value === "string" && /^#[0-9a-f]{6}$/i.test(value);
+// The colours of a value that is one or a list of them; else none.
+function colors(value) {
+    const texts = typeof value === "string" ? [value] : Array.isArray(value) ? value : [];
+    return texts.filter(text => /^#([0-9a-f]{2}){3,4}$/i.test(text));
 }
 
 function text(value) {

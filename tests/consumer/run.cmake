@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: The VorrelDataCore authors
 # SPDX-License-Identifier: MIT
 #
-# Installs the built TREE below WORK, builds PROJECT against that, and runs it. The same project must
-# not be able to use the package with the other Qt.
+# Installs the built TREE below WORK, builds PROJECT with the EXAMPLE against that, and runs both. The
+# same project must not be able to use the package with the other Qt.
 set(prefix "${WORK}/prefix")
 file(REMOVE_RECURSE "${WORK}")
 # Only the installed QML module counts.
@@ -23,6 +23,7 @@ endfunction()
 # configure(DIRECTORY QT): the command line that prepares PROJECT for this Qt.
 macro(configure directory qt)
     set(command ${CMAKE_COMMAND} -G "${GENERATOR}" -S "${PROJECT}" -B "${WORK}/${directory}"
+        -D EXAMPLE=${EXAMPLE}
         -D QT_VERSION_MAJOR=${qt}
         -D CMAKE_BUILD_TYPE=Debug
         -D CMAKE_MAKE_PROGRAM=${CMAKE_MAKE_PROGRAM}
@@ -39,7 +40,14 @@ configure(build ${QT_VERSION_MAJOR})
 run(${command})
 run(${CMAKE_COMMAND} --build "${WORK}/build")
 run("${WORK}/build/consumer")
-message("${output}")
+run("${WORK}/build/own-documents/own-documents")
+string(REGEX REPLACE "[ \n]+" " " output "${output}")
+foreach(text "A long evening: 2 entries, 33 seconds" "\"references\": [ \"paper-lamp\", \"utrecht\" ]")
+    string(FIND "${output}" "${text}" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "No ${text} in\n${output}")
+    endif()
+endforeach()
 
 math(EXPR otherQt "11 - ${QT_VERSION_MAJOR}")
 configure(refused ${otherQt})

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 #include "support/devsite.h"
-#include "support/literals.h"
 #include "support/logcapture.h"
 #include "support/manualclock.h"
 
@@ -9,28 +8,14 @@
 #include <vorrel/data/core/document.h>
 
 #include <QtCore/QLoggingCategory>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
 using namespace vo::data;
 using namespace vo::test;
-using namespace std::chrono_literals;
 
 namespace {
-
 constexpr int patience = 60000; // ms; the machine may be busy
-
-/// The ids 0, 1, …, without references.
-Graph unlinked(int count)
-{
-    Graph graph = chain(count);
-    for (QStringList &references : graph) {
-        references.clear();
-    }
-    return graph;
 }
-
-} // namespace
 
 class tst_Loading : public QObject
 {
@@ -40,56 +25,35 @@ private Q_SLOTS:
     {
         ManualClock clock;
         LogCapture log;
-        const Graph graph = unlinked(1000);
+        Graph graph = chain(1000);
+        for (QStringList &references : graph) {
+            references.clear();
+        }
         DevSite site;
         QVERIFY2(site.open(graph), qPrintable(site.server.errorString()));
+        const int failures = site.server.isOwnProcess() ? 1 : 0;
         QObject::connect(&site.context, &Context::documentNodeAdded, [&] {
-            if (site.order.size() == 500 && site.server.isOwnProcess()) {
+            if (site.order.size() == 500 && failures > 0) {
                 site.server.kill();
             }
         });
         QSignalSpy finished(site.context.loadDocuments(graph.keys()), &LoadRequest::finished);
-        const int failures = site.server.isOwnProcess() ? 1 : 0;
         if (failures > 0) {
             QTRY_VERIFY_WITH_TIMEOUT(log.contains("|critical|Document load request failed"_s),
                                      patience);
-            QVERIFY(site.context.isBusy());
             QVERIFY2(site.server.start(), qPrintable(site.server.errorString()));
-            clock.advance(3s);
+            clock.advance(std::chrono::seconds(3));
         }
         QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, patience);
-        QTRY_VERIFY_WITH_TIMEOUT(!site.context.isBusy(), patience);
+        QTRY_VERIFY(!site.context.isBusy());
         QCOMPARE(faultOf(graph, graph.keys(), site.order), QByteArray());
-        QVERIFY(site.context.loadedDocument("999"_s));
+        QVERIFY(site.context.loadedDocument("999"_s)->revision().startsWith("1-"_s));
         QCOMPARE(site.batches.size(), 40 + failures);
-        QStringList asked;
         for (const QStringList &batch : site.batches) {
             QCOMPARE(batch.size(), 25);
-            asked << batch;
         }
-        asked.removeDuplicates();
-        QCOMPARE(asked.size(), 1000);
         QCOMPARE(log.count("|critical|"_s), failures);
         QCOMPARE(log.count("succeeded after 1 failed attempts"_s), failures);
-    }
-
-    void aDocumentComesAfterItsReferences()
-    {
-        LogCapture log;
-        Graph graph = unlinked(60);
-        graph.insert("list"_s, graph.keys() + "gone"_l);
-        DevSite site;
-        QVERIFY2(site.open(graph), qPrintable(site.server.errorString()));
-        QSignalSpy finished(site.context.loadDocument("list"_s), &LoadRequest::finished);
-        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, patience);
-        QCOMPARE(faultOf(graph, "list"_l, site.order), QByteArray());
-        QStringList sizes;
-        for (const QStringList &batch : site.batches) {
-            sizes << QString::number(batch.size());
-        }
-        QCOMPARE(sizes, "1 25 25 11"_l); // 60, and the one that does not exist
-        QVERIFY(site.context.loadedDocument("list"_s)->revision().startsWith("1-"_s));
-        QVERIFY(log.contains("|info|Loaded 1 documents: 0 cached, 1 remote"_s));
     }
 
     void thePasswordOpensTheDatabaseAndIsNeverLogged()
@@ -97,31 +61,27 @@ private Q_SLOTS:
         QLoggingCategory::setFilterRules("vorrel.*=true"_s);
         LogCapture log;
         DevSite site("reader"_s, "pass:w/ö rd%"_s);
-        QVERIFY2(site.open("a:b"_graph), qPrintable(site.server.errorString()));
+        QVERIFY2(site.open("a"_graph), qPrintable(site.server.errorString()));
         QUrl url = site.server.serviceUrl();
         const QString password = url.password(QUrl::FullyDecoded);
         if (password.isEmpty()) {
             QSKIP("The server that VORREL_TEST_URL names needs no password");
         }
-        QSignalSpy finished(site.context.loadDocument("a"_s), &LoadRequest::finished);
-        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, patience);
-        QVERIFY(site.context.loadedDocument("a"_s));
-        QVERIFY(log.contains("|debug|"_s));
+        site.context.loadDocument("a"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(site.context.isLoaded("a"_s), patience);
+        const QByteArray credentials = (url.userName() + ":"_s + password).toUtf8();
         const QStringList forms { password, url.password(QUrl::FullyEncoded),
                                   QString::fromLatin1(QUrl::toPercentEncoding(password)),
-                                  QString::fromLatin1(
-                                      (url.userName() + ":"_s + password).toUtf8().toBase64()) };
+                                  QString::fromLatin1(credentials.toBase64()) };
         url.setPassword(password + "x"_s);
         site.context.setServiceUrl(url);
-        site.context.loadDocument("c"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(log.contains("|critical|Document load request failed with HTTP "
-                                              "status 401"_s),
-                                 patience);
+        site.context.loadDocument("b"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(log.contains("failed with HTTP status 401"_s), patience);
+        QVERIFY(log.contains("|debug|"_s));
         for (const QString &form : forms) {
-            QVERIFY2(!log.contains(form),
-                     qPrintable(log.lines().filter(form).join(QLatin1Char('\n'))));
+            QVERIFY2(!log.contains(form), qPrintable(form));
         }
-        QLoggingCategory::setFilterRules(QString());
+        QLoggingCategory::setFilterRules({});
     }
 };
 

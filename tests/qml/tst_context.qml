@@ -8,115 +8,94 @@ TestCase {
     id: testCase
     name: "Context"
 
-    // The values when the database opened, which is the moment at which they have to be there.
-    component Watched: Context {
-        property string urlAtOpening
-        property int monitorAtOpening: -1
-        property int openings: 0
-        onDatabaseChanged: {
-            ++openings
-            urlAtOpening = String(serviceUrl)
-            monitorAtOpening = changeFeedMonitorType
-        }
-    }
+    property Context context: null
+    property Tag tag: null
 
     Component {
-        id: databaseFirst
-        Watched {
-            database: "shop"
-            serviceUrl: "http://localhost:5984"
-            changeFeedMonitorType: Context.NullMonitor
-        }
-    }
-
-    Component {
-        id: databaseLast
-        Watched {
-            changeFeedMonitorType: Context.NullMonitor
-            serviceUrl: "http://localhost:5984"
-            database: "shop"
-        }
-    }
-
-    Component {
-        id: bound
-        Watched {
-            property string name: "shop"
-            database: name
+        id: sample
+        Context {
+            property string urlAtOpening
+            database: "sample"
             serviceUrl: "http://local" + "host:5984"
-            changeFeedMonitorType: name ? Context.NullMonitor : Context.PollingMonitor
+            onDatabaseChanged: urlAtOpening = String(serviceUrl)
         }
-    }
-
-    Component {
-        id: plain
-        Context { }
     }
 
     SignalSpy {
         id: spy
     }
 
-    function test_propertiesTakeEffectInAnyOrder_data() {
-        return [
-            { tag: "database first", component: databaseFirst },
-            { tag: "database last", component: databaseLast },
-            { tag: "bindings", component: bound }
-        ]
+    function init() {
+        context = createTemporaryObject(sample, testCase)
     }
 
-    function test_propertiesTakeEffectInAnyOrder(data) {
-        const context = createTemporaryObject(data.component, testCase)
-        compare(context.database, "shop")
-        compare(context.openings, 1)
-        compare(context.urlAtOpening, "http://localhost:5984")
-        compare(context.monitorAtOpening, Context.NullMonitor)
-    }
-
-    function test_writingAPropertyAnnouncesTheChangeOnce_data() {
-        return [
-            { tag: "serviceUrl", value: "http://localhost:5984" },
-            { tag: "database", value: "shop" },
-            { tag: "changeFeedMonitorType", value: Context.PollingMonitor },
-            { tag: "contentFetchPolicy", value: Context.BypassDocumentCachePolicy }
-        ]
-    }
-
-    function test_writingAPropertyAnnouncesTheChangeOnce(data) {
-        const context = createTemporaryObject(plain, testCase)
-        spy.target = context
-        spy.signalName = data.tag + "Changed"
+    function watch(object, signal) {
+        spy.target = null // or it would look for the former signal
+        spy.signalName = signal
+        spy.target = object
         spy.clear()
-        context[data.tag] = data.value
-        context[data.tag] = data.value
-        compare(String(context[data.tag]), String(data.value))
-        compare(spy.count, 1)
     }
 
-    function test_enumsHaveTheirValues() {
-        compare([Context.NullMonitor, Context.ContinuousMonitor, Context.PollingMonitor,
-                 Context.LongPollingMonitor], [0, 1, 2, 3])
-        compare([Context.NoPolicy, Context.AutomaticAttachmentDownloadPolicy,
-                 Context.DeletedDocumentLoadPolicy, Context.LocalDocumentLoadPolicy,
-                 Context.BypassDocumentCachePolicy, Context.DefaultPolicy], [0, 1, 2, 4, 8, 4])
-        compare([Document.UnknownAccess, Document.NoAccess, Document.ReadAccess,
-                 Document.WriteAccess], [-1, 0, 1, 2])
+    function test_theServiceUrlIsThereWhenTheDatabaseOpens() {
+        const opened = createTemporaryObject(sample, testCase)
+        compare(opened.urlAtOpening, "http://localhost:5984")
     }
 
-    function test_aDocumentWithoutAContextIsRefused_data() {
-        return [
-            { tag: "Document" }, { tag: "LinkedDocument" }, { tag: "Tag" }, { tag: "Location" },
-            { tag: "Device" }, { tag: "KeyValueStore" }, { tag: "GenericData" }
-        ]
+    function test_writingAPropertyAnnouncesTheChangeOnce() {
+        const values = {
+            serviceUrl: "http://elsewhere",
+            database: "shop",
+            changeFeedMonitorType: Context.PollingMonitor,
+            contentFetchPolicy: Context.BypassDocumentCachePolicy
+        }
+        for (const name in values) {
+            watch(context, name + "Changed")
+            context[name] = values[name]
+            context[name] = values[name]
+            compare(String(context[name]), String(values[name]))
+            compare(spy.count, 1)
+        }
     }
 
-    function test_aDocumentWithoutAContextIsRefused(data) {
+    function test_documentsOutliveTheirJavaScriptReferences() {
+        tag = context.createDocumentWithId("tag", "kept")
+        tag.label = "still here"
+        tag = null
+        const copy = context.loadedDocument("kept").copy().documentId
+        const other = context.createDocument("tag").documentId
+        for (let i = 0; i < 3; ++i) {
+            gc()
+            wait(0) // deferred deletions happen here
+        }
+        compare(context.loadedDocument("kept").label, "still here")
+        compare(context.loadedDocument(copy).label, "still here")
+        compare(context.loadedDocument(other).type, "tag")
+    }
+
+    function test_aDocumentWithoutAContextIsRefused() {
         let message = ""
         try {
-            Qt.createQmlObject("import vorrel.data.Core 1.0; " + data.tag + " { }", testCase)
+            Qt.createQmlObject("import vorrel.data.Core 1.0; Tag { }", testCase)
         } catch (error) {
             message = error.qmlErrors[0].message
         }
         compare(message, "Documents are made by a Context")
+    }
+
+    function test_freeFormDataTakesWhatJsonHolds() {
+        const store = context.createDocument("keyvaluestore")
+        for (const value of [0.85, false, null, { "NL": ["text", { "deep": "er" }] }]) {
+            verify(store.setValue("key", value))
+            compare(store.value("key"), value)
+            watch(store, "structValueChanged")
+            verify(store.setStructValue("note", "field", value))
+            verify(!store.setStructValue("note", "field", value))
+            compare(spy.count, 1)
+            compare(store.getStruct("note"), { "field": value })
+        }
+        verify(store.clearValue("key"))
+        compare(store.value("key"), undefined)
+        verify(store.setStructValue("note", "field", undefined))
+        compare(store.getStruct("note"), {})
     }
 }

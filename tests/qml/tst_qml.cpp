@@ -5,28 +5,27 @@
 // sample content. A warning of the engine, such as an error in a binding, is a failure.
 
 #include "support/fakecouch.h"
+#include "support/literals.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
+#include <QtCore/QDirIterator>
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlNetworkAccessManagerFactory>
 #include <QtQuickTest/quicktest.h>
 
 #include <cstdlib>
 
-class SampleDatabase : public QQmlNetworkAccessManagerFactory
+using namespace vo::test;
+
+struct SampleDatabase : QQmlNetworkAccessManagerFactory
 {
-public:
     QNetworkAccessManager *create(QObject *parent) override
     {
-        auto *couch = new vo::test::FakeCouch(parent);
-        const QDir folder(qEnvironmentVariable("VORREL_SOURCE_DIR")
-                          + QStringLiteral("/database/sample"));
-        const QStringList names = folder.entryList({ QStringLiteral("*.json") });
-        for (const QString &name : names) {
-            QFile file(folder.filePath(name));
+        auto *couch = new FakeCouch(parent);
+        QDirIterator files(qEnvironmentVariable("VORREL_SOURCE_DIR") + "/database/sample"_s,
+                           { "*.json"_s });
+        while (files.hasNext()) {
+            QFile file(files.next());
             if (!file.open(QFile::ReadOnly)) {
                 qFatal("Cannot read %s", qPrintable(file.fileName()));
             }
@@ -46,20 +45,14 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         engine->setNetworkAccessManagerFactory(&m_database);
-        connect(engine, &QQmlEngine::warnings, this, [this] { m_flawless = false; });
-    }
-
-    void cleanupTestCase()
-    {
-        if (!m_flawless) {
-            qCritical("There were warnings of the QML engine");
+        connect(engine, &QQmlEngine::warnings, this, [] {
+            qCritical("There are warnings of the QML engine");
             std::exit(EXIT_FAILURE);
-        }
+        });
     }
 
 private:
     SampleDatabase m_database;
-    bool m_flawless = true;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(qml, Setup)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/contextfixture.h"
 
+#include "support/literals.h"
+
 #include <vorrel/core/locations.h>
 #include <vorrel/data/base/timeslice_p.h>
 #include <vorrel/data/base/tuning_p.h>
@@ -17,19 +19,17 @@ namespace vo::test {
 
 namespace {
 
-class TickFilter : public QObject
-{
-public:
-    TickFilter() { QCoreApplication::instance()->installEventFilter(this); }
+constexpr int madeByTick = 0; // no timer has this id
 
+struct TickFilter : QObject
+{
+    TickFilter() { QCoreApplication::instance()->installEventFilter(this); }
     bool eventFilter(QObject *receiver, QEvent *event) override
     {
         return event->type() == QEvent::Timer
             && static_cast<QTimerEvent *>(event)->timerId() != madeByTick
             && qobject_cast<data::LoadQueue *>(receiver);
     }
-
-    static constexpr int madeByTick = 0; // no timer has this id
 };
 
 } // namespace
@@ -68,30 +68,29 @@ ContextFixture::ContextFixture(data::Context *context)
     , m_context(context ? context : new data::Context)
 {
     Locations::setCacheLocation(m_cache.path());
-    m_context->setServiceUrl(QUrl(QStringLiteral("http://couch.test:5984")));
+    m_context->setServiceUrl(QUrl("http://couch.test:5984"_s));
     m_context->setNetworkAccessManager(&m_couch);
     m_context->setChangeFeedMonitorType(data::Context::NullMonitor);
-    m_context->setDatabase(QStringLiteral("test-")
-                           + QUuid::createUuid().toString(QUuid::WithoutBraces));
+    m_context->setDatabase("test-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces));
 }
 
 ContextFixture::~ContextFixture()
 {
     m_context.reset();
-    Locations::setCacheLocation(QString());
+    Locations::setCacheLocation({});
 }
 
 void ContextFixture::store(const QString &id, const QStringList &references)
 {
-    m_couch.store({ { QStringLiteral("_id"), id },
-                    { QStringLiteral("type"), QStringLiteral("tag") },
-                    { QStringLiteral("references"), QJsonArray::fromStringList(references) } });
+    m_couch.store({ { "_id"_s, id },
+                    { "type"_s, "tag"_s },
+                    { "references"_s, QJsonArray::fromStringList(references) } });
 }
 
 void ContextFixture::tick()
 {
     if (m_context) {
-        QTimerEvent event(TickFilter::madeByTick);
+        QTimerEvent event(madeByTick);
         QCoreApplication::sendEvent(m_context->loadQueue(), &event);
     }
     processEvents();
@@ -100,13 +99,10 @@ void ContextFixture::tick()
 bool ContextFixture::finishLoading(int ticks)
 {
     processEvents();
-    for (; m_context && m_context->loadQueue()->isLoading(); --ticks) {
-        if (ticks == 0) {
-            return false;
-        }
+    while (m_context && m_context->loadQueue()->isLoading() && ticks-- > 0) {
         tick();
     }
-    return true;
+    return !m_context || !m_context->loadQueue()->isLoading();
 }
 
 data::LinkedDocument *ContextFixture::load(const QString &id)
@@ -118,8 +114,8 @@ data::LinkedDocument *ContextFixture::load(const QString &id)
 
 data::LinkedDocument *ContextFixture::create(const QString &id, const QString &revision)
 {
-    auto *document = qobject_cast<data::LinkedDocument *>(
-        m_context->createDocumentWithId(QStringLiteral("tag"), id));
+    auto *document =
+        qobject_cast<data::LinkedDocument *>(m_context->createDocumentWithId("tag"_s, id));
     if (document && !revision.isEmpty()) {
         document->markClean(revision, document->changeSequenceNumber(), {});
     }

@@ -47,7 +47,6 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
     QObject::connect(fixture.context(), &Context::documentAdded, &hooks, hook);
     fixture.store("a"_s, "b gone"_l);
     fixture.store("b"_s, "a"_l);
-    const auto node = [&](const char *id) { return fixture->documentNode(QByteArray(id)); };
     const auto document = [&](const QString &id) {
         return static_cast<LinkedDocument *>(fixture->loadedDocument(id));
     };
@@ -63,17 +62,17 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { static_cast<void>(fixture.finishLoading()); },
         [&] { document("a"_s); },
         [&] { document("b"_s); },
-        [&] { fixture->linkDocuments(node("a"), node("b")); },
-        [&] { fixture->linkDocuments(node("a"), node("a")); },
+        [&] { fixture->linkDocuments(fixture->documentNode("a"), fixture->documentNode("b")); },
         [&] { fixture.create("local"_s); },
         [&] { document("local"_s)->setLabel("x"_s); },
         [&] { processEvents(); },
-        [&] { document("local"_s)->setRevision("1-x"_s); },
         [&] { document("local"_s)->remove(); },
         [&] { fixture.create("local"_s); },
         [&] { processEvents(); },
         [&] { delete document("local"_s); },
         [&] { document("a"_s)->setLabel("edited"_s); },
+        [&] { static_cast<void>(fixture->beginDownload()); },
+        [&] { tickTimer(fixture.context(), data::tuning::downloadTick); },
         [&] { fixture->addError(new TestError); },
         [&] { tickTimer(fixture.context(), data::tuning::errorRetryTick); },
         [&] { fixture->tryFixErrors(); },

@@ -2,70 +2,123 @@
 // SPDX-License-Identifier: MIT
 #include "support/fakecouch.h"
 
-#include "support/fakereply.h"
+#include "support/literals.h"
 
-#include <QtCore/QIODevice>
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QUrlQuery>
+
+#include <algorithm>
+#include <cstring>
 
 namespace vo::test {
 
 namespace {
 
+// As Qt maps them.
+QNetworkReply::NetworkError errorOf(int status)
+{
+    static const QHash<int, QNetworkReply::NetworkError> errors {
+        { 401, QNetworkReply::AuthenticationRequiredError },
+        { 403, QNetworkReply::ContentAccessDenied },
+        { 404, QNetworkReply::ContentNotFoundError },
+        { 409, QNetworkReply::ContentConflictError },
+        { 500, QNetworkReply::InternalServerError },
+        { 503, QNetworkReply::ServiceUnavailableError },
+    };
+    const auto other =
+        status < 500 ? QNetworkReply::UnknownContentError : QNetworkReply::UnknownServerError;
+    return errors.value(status, status < 400 ? QNetworkReply::NoError : other);
+}
+
 FakeCouch::Answer json(const QJsonObject &object, int status = 200)
 {
-    FakeCouch::Answer answer;
-    answer.status = status;
-    answer.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
-    answer.headers.insert("Content-Type", "application/json");
-    return answer;
-}
-
-FakeCouch::Answer notFound(const QString &reason)
-{
-    return json({ { QStringLiteral("error"), QStringLiteral("not_found") },
-                  { QStringLiteral("reason"), reason } },
-                404);
-}
-
-QString revisionOf(const QJsonObject &document)
-{
-    return document.value(QLatin1String("_rev")).toString();
-}
-
-// What stands behind the database name: "id" or "_design/name".
-QString documentId(const QUrl &url)
-{
-    QStringList segments;
-    const QStringList encoded = url.path(QUrl::FullyEncoded).split(QLatin1Char('/'));
-    for (const QString &segment : encoded)
-        segments.append(QUrl::fromPercentEncoding(segment.toLatin1()));
-    const QString before = segments.value(segments.size() - 2);
-    if (before == QLatin1String("_design") || before == QLatin1String("_local"))
-        return before + QLatin1Char('/') + segments.last();
-    return segments.last();
-}
-
-QByteArray verbOf(QNetworkAccessManager::Operation operation, const QNetworkRequest &request)
-{
-    switch (operation) {
-    case QNetworkAccessManager::HeadOperation:
-        return "HEAD";
-    case QNetworkAccessManager::GetOperation:
-        return "GET";
-    case QNetworkAccessManager::PutOperation:
-        return "PUT";
-    case QNetworkAccessManager::PostOperation:
-        return "POST";
-    case QNetworkAccessManager::DeleteOperation:
-        return "DELETE";
-    default:
-        return request.attribute(QNetworkRequest::CustomVerbAttribute).toByteArray();
-    }
+    return { status,
+             QJsonDocument(object).toJson(QJsonDocument::Compact),
+             { { "Content-Type", "application/json" } } };
 }
 
 } // namespace
+
+/// Ends as the replies of Qt do: error first, then finished; at once when aborted.
+class FakeReply : public QNetworkReply
+{
+public:
+    FakeReply(QNetworkAccessManager::Operation operation, const QNetworkRequest &request,
+              FakeCouch::Answer answer, QObject *parent)
+        : QNetworkReply(parent)
+        , m_answer(std::move(answer))
+    {
+        setOperation(operation);
+        setRequest(request);
+        setUrl(request.url());
+        open(QIODevice::ReadOnly);
+    }
+
+    /// Lets the answer arrive in the next turn of the event loop, unless it hangs.
+    void send()
+    {
+        if (!m_answer.hangs) {
+            QMetaObject::invokeMethod(
+                this, [this] { arrive(); }, Qt::QueuedConnection);
+        }
+    }
+
+    void abort() override
+    {
+        if (isRunning()) {
+            end(OperationCanceledError);
+        }
+    }
+
+    [[nodiscard]] bool isSequential() const override { return true; }
+    [[nodiscard]] qint64 bytesAvailable() const override
+    {
+        return m_unread.size() + QNetworkReply::bytesAvailable();
+    }
+
+protected:
+    qint64 readData(char *data, qint64 maximum) override
+    {
+        const qint64 size = std::min<qint64>(maximum, m_unread.size());
+        std::memcpy(data, m_unread.constData(), size_t(size));
+        m_unread.remove(0, int(size));
+        return size == 0 && isFinished() ? -1 : size;
+    }
+
+private:
+    void arrive()
+    {
+        if (isFinished()) {
+            return;
+        }
+        if (m_answer.error != NoError) {
+            return end(m_answer.error);
+        }
+        setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_answer.status);
+        for (auto header = m_answer.headers.begin(); header != m_answer.headers.end(); ++header) {
+            setRawHeader(header.key(), header.value());
+        }
+        Q_EMIT metaDataChanged();
+        if (operation() != QNetworkAccessManager::HeadOperation && !m_answer.body.isEmpty()) {
+            m_unread = m_answer.body;
+            Q_EMIT readyRead();
+            Q_EMIT downloadProgress(m_answer.body.size(), m_answer.body.size());
+        }
+        end(errorOf(m_answer.status));
+    }
+
+    void end(NetworkError error)
+    {
+        setFinished(true);
+        if (error != NoError) {
+            setError(error, "made by the test"_s);
+            Q_EMIT errorOccurred(error);
+        }
+        Q_EMIT finished();
+    }
+
+    const FakeCouch::Answer m_answer;
+    QByteArray m_unread;
+};
 
 QString FakeCouch::Call::resource() const
 {
@@ -79,172 +132,98 @@ QJsonObject FakeCouch::Call::json() const
 
 QStringList FakeCouch::Call::keys() const
 {
-    QStringList keys;
-    const QJsonArray array = json().value(QLatin1String("keys")).toArray();
-    for (const QJsonValue key : array)
-        keys.append(key.toString());
-    return keys;
+    return json().value("keys"_s).toVariant().toStringList();
 }
-
-FakeCouch::FakeCouch(QObject *parent)
-    : QNetworkAccessManager(parent)
-{ }
 
 void FakeCouch::store(QJsonObject document)
 {
-    const QString id = document.value(QLatin1String("_id")).toString();
-    if (!document.contains(QLatin1String("_rev")))
-        document.insert(QLatin1String("_rev"), QString(QStringLiteral("1-") + id));
-    m_deleted.remove(id);
+    const QString id = document.value("_id"_s).toString();
+    if (!document.contains("_rev"_s)) {
+        document.insert("_rev"_s, "1-"_s + id);
+    }
     m_documents.insert(id, document);
 }
 
 void FakeCouch::markDeleted(const QString &id)
 {
-    m_documents.remove(id);
-    m_deleted.insert(id);
+    store({ { "_id"_s, id }, { "_rev"_s, "2-"_s + id }, { "_deleted"_s, true } });
 }
 
-void FakeCouch::failNext(int count, int status)
+void FakeCouch::script(int count, const Answer &answer)
 {
-    for (int i = 0; i < count; ++i)
-        m_script.append(
-            json({ { QStringLiteral("error"), QStringLiteral("made_by_the_test") } }, status));
-}
-
-void FakeCouch::breakNext(int count, QNetworkReply::NetworkError error)
-{
-    Answer answer;
-    answer.error = error;
-    for (int i = 0; i < count; ++i)
-        m_script.append(answer);
-}
-
-void FakeCouch::hangNext(int count)
-{
-    Answer answer;
-    answer.hangs = true;
-    for (int i = 0; i < count; ++i)
-        m_script.append(answer);
-}
-
-void FakeCouch::answerNext(const QByteArray &body, int status)
-{
-    Answer answer;
-    answer.status = status;
-    answer.body = body;
-    m_script.append(answer);
-}
-
-void FakeCouch::setResponder(Responder responder)
-{
-    m_responder = std::move(responder);
-}
-
-void FakeCouch::hold()
-{
-    m_holding = true;
+    std::fill_n(std::back_inserter(m_script), count, answer);
 }
 
 void FakeCouch::release()
 {
     m_holding = false;
-    const QList<QPointer<FakeReply>> replies = std::exchange(m_replies, {});
-    for (const QPointer<FakeReply> &reply : replies) {
-        if (reply)
-            reply->send();
+    const auto replies = findChildren<QNetworkReply *>();
+    for (QNetworkReply *reply : replies) {
+        static_cast<FakeReply *>(reply)->send(); // once more makes no difference
     }
 }
 
 int FakeCouch::openCount() const
 {
-    int count = 0;
-    const auto replies = findChildren<FakeReply *>();
-    for (const FakeReply *reply : replies)
-        count += reply->isRunning() ? 1 : 0;
-    return count;
+    const auto replies = findChildren<QNetworkReply *>();
+    return int(std::count_if(replies.begin(), replies.end(),
+                             [](const QNetworkReply *reply) { return reply->isRunning(); }));
 }
 
 QNetworkReply *FakeCouch::createRequest(Operation operation, const QNetworkRequest &request,
                                         QIODevice *outgoingData)
 {
-    m_calls.append({ verbOf(operation, request), request.url(),
-                     outgoingData ? outgoingData->readAll() : QByteArray(), request });
-    const Call call = m_calls.last();
+    static const QByteArrayList verbs { "", "HEAD", "GET", "PUT", "POST", "DELETE" };
+    const QByteArray custom = request.attribute(QNetworkRequest::CustomVerbAttribute).toByteArray();
+    const Call call { verbs.value(operation, custom), request.url(),
+                      outgoingData ? outgoingData->readAll() : QByteArray(), request };
+    m_calls << call;
     auto *reply = new FakeReply(operation, request, answer(call), this);
-    if (m_holding)
-        m_replies.append(reply);
-    else
+    if (!m_holding) {
         reply->send();
+    }
     return reply;
 }
 
 FakeCouch::Answer FakeCouch::answer(const Call &call)
 {
-    if (!m_script.isEmpty())
+    if (!m_script.isEmpty()) {
         return m_script.takeFirst();
-    if (m_responder) {
-        if (const std::optional<Answer> own = m_responder(call))
-            return *own;
     }
-    if (call.verb == "POST" && call.resource() == QLatin1String("_all_docs"))
-        return bulkAnswer(call);
-    if (call.verb == "GET" || call.verb == "HEAD")
-        return documentAnswer(call);
-    return notFound(QStringLiteral("missing"));
-}
-
-FakeCouch::Answer FakeCouch::bulkAnswer(const Call &call) const
-{
-    const bool withDocuments =
-        QUrlQuery(call.url).queryItemValue(QStringLiteral("include_docs")) == QLatin1String("true");
-    QJsonArray rows;
-    const QStringList keys = call.keys();
-    for (const QString &key : keys) {
-        QJsonObject one = row(key);
-        if (!withDocuments)
-            one.remove(QStringLiteral("doc"));
-        rows.append(one);
+    if (const std::optional<Answer> own = m_responder ? m_responder(call) : std::nullopt) {
+        return *own;
     }
-    return json({ { QStringLiteral("total_rows"), int(m_documents.size()) },
-                  { QStringLiteral("offset"), QJsonValue::Null },
-                  { QStringLiteral("rows"), rows } });
+    if (call.verb == "POST" && call.resource() == "_all_docs"_s) {
+        QJsonArray rows;
+        const QStringList keys = call.keys();
+        for (const QString &key : keys) {
+            rows << row(key);
+        }
+        return json({ { "total_rows"_s, int(m_documents.size()) }, { "rows"_s, rows } });
+    }
+    const QString name = call.url.path(QUrl::FullyEncoded).section(QLatin1Char('/'), -1);
+    const QJsonObject document = m_documents.value(QUrl::fromPercentEncoding(name.toLatin1()));
+    const bool isRead = call.verb == "GET" || call.verb == "HEAD";
+    if (!isRead || document.isEmpty() || document.contains("_deleted"_s)) {
+        return json(R"({"error":"not_found","reason":"missing"})"_json, 404);
+    }
+    Answer answer = json(document);
+    answer.headers.insert("ETag", '"' + document.value("_rev"_s).toString().toLatin1() + '"');
+    return answer;
 }
 
 QJsonObject FakeCouch::row(const QString &key) const
 {
-    if (m_deleted.contains(key)) {
-        return { { QStringLiteral("id"), key },
-                 { QStringLiteral("key"), key },
-                 { QStringLiteral("value"),
-                   QJsonObject { { QStringLiteral("rev"), QString(QStringLiteral("2-") + key) },
-                                 { QStringLiteral("deleted"), true } } },
-                 { QStringLiteral("doc"), QJsonValue::Null } };
+    const QJsonObject document = m_documents.value(key);
+    if (document.isEmpty()) {
+        return { { "key"_s, key }, { "error"_s, "not_found"_s } };
     }
-    const auto found = m_documents.constFind(key);
-    if (found == m_documents.cend())
-        return { { QStringLiteral("key"), key },
-                 { QStringLiteral("error"), QStringLiteral("not_found") } };
-    return { { QStringLiteral("id"), key },
-             { QStringLiteral("key"), key },
-             { QStringLiteral("value"),
-               QJsonObject { { QStringLiteral("rev"), revisionOf(*found) } } },
-             { QStringLiteral("doc"), *found } };
-}
-
-FakeCouch::Answer FakeCouch::documentAnswer(const Call &call) const
-{
-    const QString id = documentId(call.url);
-    if (m_deleted.contains(id))
-        return notFound(QStringLiteral("deleted"));
-    const auto found = m_documents.constFind(id);
-    if (found == m_documents.cend())
-        return notFound(QStringLiteral("missing"));
-    Answer answer = json(*found);
-    answer.headers.insert("ETag", '"' + revisionOf(*found).toLatin1() + '"');
-    return answer;
+    const QJsonValue deleted = document.value("_deleted"_s); // undefined is left out below
+    return { { "id"_s, key },
+             { "key"_s, key },
+             { "value"_s,
+               QJsonObject { { "rev"_s, document.value("_rev"_s) }, { "deleted"_s, deleted } } },
+             { "doc"_s, deleted.toBool() ? QJsonValue() : document } };
 }
 
 } // namespace vo::test
-
-#include "moc_fakecouch.cpp"

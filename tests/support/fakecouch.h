@@ -6,8 +6,6 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
 #include <QtCore/QMap>
-#include <QtCore/QPointer>
-#include <QtCore/QSet>
 #include <QtNetwork/QNetworkAccessManager>
 #include <QtNetwork/QNetworkReply>
 #include <QtNetwork/QNetworkRequest>
@@ -17,18 +15,15 @@
 
 namespace vo::test {
 
-class FakeReply;
-
 /// A network access manager that is the database: it answers from memory, without a socket, in a
 /// later turn of the event loop.
 ///
-/// It knows `POST _all_docs?include_docs=true` with keys, and GET and HEAD of documents; all else
-/// is a 404. The database name in the URL is not looked at. Faults are put in a queue, one for each
-/// request to come; requests beyond them go to the responder, if there is one, then to the
+/// It knows `POST _all_docs` with keys, always with the documents, and GET and HEAD of documents;
+/// all else is a 404. The database name in the URL is not looked at. Faults are put in a queue, one
+/// for each request to come; requests beyond them go to the responder, if there is one, then to the
 /// documents.
 class FakeCouch : public QNetworkAccessManager
 {
-    Q_OBJECT
 public:
     /// What was asked.
     struct Call
@@ -57,7 +52,7 @@ public:
     };
     using Responder = std::function<std::optional<Answer>(const Call &)>;
 
-    explicit FakeCouch(QObject *parent = nullptr);
+    using QNetworkAccessManager::QNetworkAccessManager;
 
     /// Stores \p document under its "_id"; a missing "_rev" becomes "1-" and the id.
     void store(QJsonObject document);
@@ -65,17 +60,20 @@ public:
     void markDeleted(const QString &id);
 
     /// The next \p count requests end with this HTTP status or network error, or never.
-    void failNext(int count, int status);
-    void breakNext(int count, QNetworkReply::NetworkError error);
-    void hangNext(int count);
+    void failNext(int count, int status) { script(count, { status, "{}", {} }); }
+    void breakNext(int count, QNetworkReply::NetworkError error)
+    {
+        script(count, { 0, {}, {}, error });
+    }
+    void hangNext(int count) { script(count, { 0, {}, {}, QNetworkReply::NoError, true }); }
     /// The next request is answered with \p body as it stands.
-    void answerNext(const QByteArray &body, int status = 200);
+    void answerNext(const QByteArray &body, int status = 200) { script(1, { status, body, {} }); }
 
     /// Answers instead of the documents; nothing returned leaves it to them.
-    void setResponder(Responder responder);
+    void setResponder(Responder responder) { m_responder = std::move(responder); }
 
     /// Keeps all answers back until release(), which sends them in the order of the requests.
-    void hold();
+    void hold() { m_holding = true; }
     void release();
 
     [[nodiscard]] const QList<Call> &calls() const { return m_calls; }
@@ -87,17 +85,14 @@ protected:
                                  QIODevice *outgoingData) override;
 
 private:
+    void script(int count, const Answer &answer);
     [[nodiscard]] Answer answer(const Call &call);
-    [[nodiscard]] Answer bulkAnswer(const Call &call) const;
-    [[nodiscard]] Answer documentAnswer(const Call &call) const;
     [[nodiscard]] QJsonObject row(const QString &key) const;
 
     QHash<QString, QJsonObject> m_documents;
-    QSet<QString> m_deleted;
     QList<Answer> m_script;
     Responder m_responder;
     bool m_holding = false;
-    QList<QPointer<FakeReply>> m_replies;
     QList<Call> m_calls;
 };
 

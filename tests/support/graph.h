@@ -23,7 +23,6 @@ using Graph = QMap<QString, QStringList>;
 /// What is wrong with \p order, in which documents were made because \p wanted were loaded: each
 /// one that these lead to has to come once, after those that it refers to and that do not lead
 /// back to it. Empty if nothing is.
-[[nodiscard]] QByteArray faultOf(const Graph &graph, const QStringList &wanted,
-                                 const QStringList &order);
+[[nodiscard]] QByteArray faultOf(Graph graph, const QStringList &wanted, const QStringList &order);
 
 } // namespace vo::test

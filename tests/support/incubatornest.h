@@ -29,16 +29,14 @@ struct Egg : data::IIncubatable
     void finishIncubation() override
     {
         log->append(name + QLatin1Char('!'));
-        if (end) {
-            end();
-        }
+        end();
     }
 
     QString name;
     QStringList *log = nullptr;
     int turns = 0;
-    std::function<void()> action; // at each turn
-    std::function<void()> end;    // when it is finished
+    std::function<void()> action;      // at each turn
+    std::function<void()> end = [] {}; // when it is finished
 };
 
 /// A Context with what its incubator did.

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QStringList>
-#include <QtCore/QtGlobal>
+#include "support/literals.h"
+
+#include <QtCore/QMutex>
+
+#include <mutex>
 
 namespace vo::test {
 
@@ -12,17 +15,44 @@ namespace vo::test {
 class LogCapture
 {
 public:
-    LogCapture();
-    ~LogCapture();
+    LogCapture() { s_previous = qInstallMessageHandler(capture); }
+    ~LogCapture()
+    {
+        qInstallMessageHandler(s_previous);
+        clear();
+    }
     Q_DISABLE_COPY_MOVE(LogCapture)
 
     /// All lines as "category|level|text", level one of debug, info, warning, critical.
-    [[nodiscard]] QStringList lines() const;
+    [[nodiscard]] QStringList lines() const
+    {
+        const std::lock_guard<QMutex> locker(s_mutex);
+        return s_lines;
+    }
 
     /// How many lines contain \p text.
-    [[nodiscard]] int count(const QString &text) const;
+    [[nodiscard]] int count(const QString &text) const { return int(lines().filter(text).size()); }
     [[nodiscard]] bool contains(const QString &text) const { return count(text) > 0; }
-    void clear();
+    void clear()
+    {
+        const std::lock_guard<QMutex> locker(s_mutex);
+        s_lines.clear();
+    }
+
+private:
+    static void capture(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        const QStringList levels = "debug warning critical fatal info"_l;
+        if (type == QtFatalMsg) {
+            return s_previous(type, context, text);
+        }
+        const std::lock_guard<QMutex> locker(s_mutex);
+        s_lines << "%1|%2|%3"_s.arg(QLatin1String(context.category), levels.at(type), text);
+    }
+
+    static inline QMutex s_mutex;
+    static inline QStringList s_lines;
+    static inline QtMessageHandler s_previous = nullptr;
 };
 
 } // namespace vo::test

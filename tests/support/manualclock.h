@@ -4,8 +4,9 @@
 
 #include <vorrel/data/base/clock_p.h>
 
-#include <QtCore/QList>
 #include <QtCore/QPointer>
+
+#include <map>
 
 namespace vo::test {
 
@@ -14,27 +15,38 @@ namespace vo::test {
 class ManualClock : public data::Clock
 {
 public:
-    ManualClock();
-    ~ManualClock() override;
+    ManualClock() { setInstance(this); }
+    ~ManualClock() override { setInstance(nullptr); }
     Q_DISABLE_COPY_MOVE(ManualClock)
 
     /// Lets time pass, and calls what becomes due in that time, in its order.
-    void advance(std::chrono::milliseconds time);
+    void advance(std::chrono::milliseconds time)
+    {
+        const qint64 end = m_now + time.count();
+        while (!m_shots.empty() && m_shots.begin()->first <= end) {
+            const auto shot = m_shots.extract(m_shots.begin());
+            m_now = shot.key();
+            shot.mapped()();
+        }
+        m_now = end;
+    }
 
     [[nodiscard]] qint64 currentMSecsSinceEpoch() const override { return m_now; }
+
     void singleShot(std::chrono::milliseconds delay, QObject *receiver,
-                    std::function<void()> function) override;
+                    std::function<void()> function) override
+    {
+        const QPointer<QObject> guard(receiver);
+        m_shots.emplace(m_now + delay.count(), [guard, function = std::move(function)] {
+            if (guard) {
+                function();
+            }
+        });
+    }
 
 private:
-    struct Shot
-    {
-        qint64 due;
-        QPointer<QObject> receiver;
-        std::function<void()> function;
-    };
-
     qint64 m_now = 1600000000000; // a day in 2020
-    QList<Shot> m_shots;
+    std::multimap<qint64, std::function<void()>> m_shots;
 };
 
 } // namespace vo::test

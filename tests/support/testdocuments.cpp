@@ -2,150 +2,169 @@
 // SPDX-License-Identifier: MIT
 #include "support/testdocuments.h"
 
-#include <vorrel/data/core/genericchange.h>
-#include <vorrel/data/core/typeregistry_p.h>
+#include "support/literals.h"
 
-#include <utility>
+#include <vorrel/data/core/accesscontroller.h>
+#include <vorrel/data/core/documentregistration.h>
 
 namespace vo::test {
 
-using vo::data::Context;
-using vo::data::Document;
+namespace {
 
-void registerTestDocuments()
+class TestAccess : public data::AccessController
 {
-    auto &registry = vo::data::TypeRegistry::instance();
-    registry.addLinked<ValueDocument>();
-    registry.addLinked<LinkDocument>();
-    registry.addLinked<PictureDocument>();
-    registry.addLinked<PhotoDocument>();
-    registry.addLinked<LonePhotoDocument>();
-    registry.addLinked<PhotoLinkDocument>();
-    registry.addLinked<PlainPhotoDocument>();
-    registry.addLinked<RegisteredDataDocument>();
-}
+public:
+    using AccessController::AccessController;
 
-ValueDocument::ValueDocument(Context *context)
-    : LinkedDocument(context)
-    , d(new Private { this })
-{ }
-
-ValueDocument::~ValueDocument() = default;
-
-VO_DEFINE_PROPERTY(ValueDocument, int, integer, setInteger)
-VO_DEFINE_PROPERTY(ValueDocument, float, single, setSingle)
-VO_DEFINE_PROPERTY(ValueDocument, double, real, setReal)
-VO_DEFINE_PROPERTY(ValueDocument, qint64, large, setLarge)
-VO_DEFINE_PROPERTY(ValueDocument, bool, flag, setFlag)
-VO_DEFINE_PROPERTY(ValueDocument, QString, text, setText)
-VO_DEFINE_PROPERTY(ValueDocument, QStringList, texts, setTexts)
-VO_DEFINE_PROPERTY(ValueDocument, QUrl, url, setUrl)
-VO_DEFINE_PROPERTY(ValueDocument, QColor, color, setColor)
-VO_DEFINE_PROPERTY(ValueDocument, QDate, date, setDate)
-VO_DEFINE_PROPERTY(ValueDocument, QTime, time, setTime)
-VO_DEFINE_PROPERTY(ValueDocument, QDateTime, moment, setMoment)
-VO_DEFINE_PROPERTY(ValueDocument, QSize, size, setSize)
-VO_DEFINE_PROPERTY(ValueDocument, QJsonObject, object, setObject)
-VO_DEFINE_PROPERTY(ValueDocument, QGeoCoordinate, place, setPlace)
-VO_DEFINE_READONLY_PROPERTY(ValueDocument, QList<QColor>, palette)
-VO_DEFINE_READONLY_PROPERTY(ValueDocument, QString, title)
-VO_DEFINE_READONLY_PROPERTY(ValueDocument, QString, session)
-
-QJsonObject ValueDocument::prices() const
-{
-    return d->prices.object();
-}
-
-void LinkProperty::set(Document *target)
-{
-    if (!canWrite() || target == m_target) {
-        return;
+    [[nodiscard]] data::Document::AccessLevel accessLevel() const override
+    {
+        return context()->levels.value(document()->id(), context()->defaultLevel);
     }
-    apply(std::make_unique<vo::data::GenericChange>(
-        d_(), [this, target = QPointer<Document>(target), old = m_target](bool forward) {
-            const QPointer<Document> former = std::exchange(m_target, forward ? target : old);
-            if ((!former || detach(former)) && (!m_target || attach(m_target))) {
-                notifyAndMarkDirty();
-            }
-        }));
-}
 
-QJsonValue LinkProperty::toJson() const
-{
-    return m_target ? QJsonValue(m_target->documentId()) : QJsonValue();
-}
+    [[nodiscard]] QJsonValue parameters() const override { return m_parameters; }
 
-void LinkProperty::aggregateReferences(QSet<QString> &ids) const
-{
-    if (m_target) {
-        ids.insert(m_target->documentId());
+    bool setParameters(const QJsonValue &parameters) override
+    {
+        if (parameters == m_parameters || !parameters.isDouble()) {
+            return false;
+        }
+        m_parameters = parameters;
+        context()->levels.insert(document()->id(), data::Document::AccessLevel(parameters.toInt()));
+        return true;
     }
-}
 
-void LinkProperty::copy(PropertyBase *source)
-{
-    set(static_cast<LinkProperty *>(source)->m_target);
-}
-
-QList<Document *> LinkProperty::referencedDocuments() const
-{
-    return m_target ? QList<Document *> { m_target } : QList<Document *>();
-}
-
-void LinkProperty::removeDocument(Document *document)
-{
-    if (document == m_target) {
-        set(nullptr);
+protected:
+    [[nodiscard]] QJsonValue sanitizeParameters(const QJsonValue &parameters) const override
+    {
+        return qBound(0, parameters.toInt(), 2);
     }
+
+private:
+    TestContext *context() const { return static_cast<TestContext *>(document()->context()); }
+
+    QJsonValue m_parameters;
+};
+
+} // namespace
+
+TestContext::TestContext()
+{
+    data::registerDocument<Station>();
+    data::registerDocument<Note>();
 }
 
-bool LinkProperty::canDelete() const
+data::AccessController *TestContext::createAccessController(data::LinkedDocument *document)
 {
-    return allowsDelete && DocumentPropertyBase::canDelete();
+    return new TestAccess(document);
 }
 
-void LinkListProperty::clear()
+data::DocumentNode *TestContext::store(const QString &id, QJsonObject data)
 {
-    while (!m_elements.isEmpty() && detach(m_elements.takeFirst())) { }
+    data.insert("_id"_s, id);
+    data.insert("_rev"_s, "1-a"_s);
+    if (!data.contains("type"_s)) {
+        data.insert("type"_s, "station"_s);
+    }
+    return addDocumentNode(id.toLatin1(), data);
 }
 
-QList<Document *> LinkListProperty::referencedDocuments() const
+Station *TestContext::load(const QString &id, const QJsonObject &data)
 {
-    return m_elements;
+    return static_cast<Station *>(store(id, data)->document());
 }
 
-Document *LinkListProperty::at(int index) const
+Station *TestContext::find(const QString &id) const
 {
-    return m_elements.value(index);
+    return qobject_cast<Station *>(loadedDocument(id));
 }
 
-int LinkListProperty::indexOf(Document *document) const
+void TestContext::setLevel(const QString &id, data::Document::AccessLevel level)
 {
-    return int(m_elements.indexOf(document));
+    levels.insert(id.toLatin1(), level);
+    static_cast<data::LinkedDocument *>(loadedDocument(id))->scheduleAccessLevelUpdate();
 }
 
-bool LinkListProperty::insert(Document *document, int index)
+bool TestContext::recordChange(data::Change *change)
 {
-    m_elements.insert(index < 0 ? int(m_elements.size()) : index, document);
-    return attach(document);
-}
-
-bool LinkListProperty::remove(Document *document)
-{
-    return m_elements.removeOne(document) && detach(document);
-}
-
-bool LinkListProperty::move(int from, int to)
-{
-    m_elements.move(from, to);
+    changes.emplace_back(change);
     return true;
 }
 
-LinkDocument::LinkDocument(Context *context)
+// A slot of a change may destroy this object.
+
+void TestContext::undo()
+{
+    const QPointer<TestContext> self(this);
+    recording = false;
+    for (auto i = changes.size(); self && i > 0; --i) {
+        changes[i - 1]->unapply();
+    }
+}
+
+void TestContext::redo()
+{
+    const QPointer<TestContext> self(this);
+    recording = false;
+    for (std::size_t i = 0; self && i < changes.size(); ++i) {
+        changes[i]->apply();
+    }
+}
+
+Note::Note(data::Document *parent)
+    : InlineDocument(parent)
+    , d(new Private { this })
+{ }
+
+Note::~Note() = default;
+
+VO_DEFINE_PROPERTY(Note, QString, text, setText)
+VO_DEFINE_PROPERTY(Note, vo::test::Station *, station, setStation)
+
+Station::Station(data::Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
 { }
 
-LinkDocument::~LinkDocument() = default;
+Station::~Station() = default;
+
+VO_DEFINE_PROPERTY(Station, int, number, setNumber)
+VO_DEFINE_PROPERTY(Station, QString, text, setText)
+VO_DEFINE_PROPERTY(Station, QDateTime, moment, setMoment)
+VO_DEFINE_PROPERTY(Station, QString, title, setTitle)
+VO_DEFINE_PROPERTY(Station, QString, story, setStory)
+VO_DEFINE_PROPERTY(Station, vo::test::Station *, next, setNext)
+
+Note *Station::newNote(const QString &text)
+{
+    auto *note = static_cast<Note *>(data::InlineDocument::create("note"_s, this));
+    note->setText(text);
+    return note;
+}
+
+QString Station::noteTexts() const
+{
+    QStringList texts;
+    for (const Note *note : d->notes.get()) {
+        texts.append(note->text());
+    }
+    return texts.join(QLatin1Char(' '));
+}
+
+QString Station::exitTexts() const
+{
+    QStringList texts;
+    const QMap<QString, Station *> exits = d->exits.get();
+    for (const QString &key : exits.keys()) {
+        texts.append(key + QLatin1Char(':') + exits.value(key)->documentId());
+    }
+    return texts.join(QLatin1Char(' '));
+}
+
+void reload(Station *station, QJsonObject data)
+{
+    data.insert("_id"_s, station->documentId());
+    data.insert("_rev"_s, station->revision());
+    station->assignData(data);
+}
 
 } // namespace vo::test

@@ -2,8 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vorrel/data/core/linkeddocument.h>
-#include <vorrel/data/properties/documentlistpropertybase.h>
+#include <vorrel/data/context/context.h>
+#include <vorrel/data/core/change.h>
+#include <vorrel/data/core/documentnode.h>
+#include <vorrel/data/core/ichangerecorder.h>
+#include <vorrel/data/properties/inlinedocumentlistproperty.h>
+#include <vorrel/data/properties/inlinedocumentproperty.h>
+#include <vorrel/data/properties/langstringproperty.h>
+#include <vorrel/data/properties/linkeddocumentmapproperty.h>
+#include <vorrel/data/properties/linkeddocumentproperty.h>
 #include <vorrel/data/properties/listproperty.h>
 #include <vorrel/data/properties/mapproperty.h>
 #include <vorrel/data/properties/property.h>
@@ -12,217 +19,153 @@
 
 namespace vo::test {
 
-/// Registers the classes of this header. Before the first Context, as an application does it.
-void registerTestDocuments();
+class Station;
 
-/// A property of each plain kind, as an application would declare them. Its private record is
-/// open, so that tests reach the properties themselves.
-class ValueDocument : public vo::data::LinkedDocument
+/// A Context without a server, whose documents have the access that a test says. It keeps the
+/// changes of its documents while it is recording.
+class TestContext : public data::Context, public data::IChangeRecorder
 {
     Q_OBJECT
-    Q_CLASSINFO("DocumentType", "values")
-    VO_PROPERTY(int, integer, setInteger)
-    VO_PROPERTY(float, single, setSingle)
-    VO_PROPERTY(double, real, setReal)
-    VO_PROPERTY(qint64, large, setLarge)
-    VO_PROPERTY(bool, flag, setFlag)
+    Q_INTERFACES(vo::data::IChangeRecorder)
+public:
+    TestContext();
+
+    data::Document::AccessLevel defaultLevel = data::Document::WriteAccess;
+    QHash<QByteArray, data::Document::AccessLevel> levels; // by id
+    bool recording = false;
+    std::vector<std::unique_ptr<data::Change>> changes;
+
+    /// A new document; dirty, since it was never stored.
+    template <typename T = Station>
+    T *create(const QString &id = {})
+    {
+        const QString type = data::Document::typeOf(T::staticMetaObject);
+        return qobject_cast<T *>(data::LinkedDocument::create(type, id, this));
+    }
+
+    /// A document as the database holds it, not built: \p data with the id, a revision and, if
+    /// there is none, the type of stations.
+    data::DocumentNode *store(const QString &id, QJsonObject data = {});
+
+    /// The same, built; clean.
+    Station *load(const QString &id, const QJsonObject &data = {});
+
+    /// The station of that id; null if there is none.
+    [[nodiscard]] Station *find(const QString &id) const;
+    [[nodiscard]] bool isBuilt(const QByteArray &id) const
+    {
+        return documentNode(id)->isInstantiated();
+    }
+
+    /// The policy gives another answer from now on; the document learns it in a later turn.
+    void setLevel(const QString &id, data::Document::AccessLevel level);
+
+    /// Takes all changes back, the last one first, or makes them again. Neither is recorded.
+    void undo();
+    void redo();
+
+    /// The level of its id. The parameters set it, as a number.
+    data::AccessController *createAccessController(data::LinkedDocument *document) override;
+
+    [[nodiscard]] bool canUndo() const override { return !changes.empty(); }
+    [[nodiscard]] bool canRedo() const override { return false; }
+    bool recordChange(data::Change *change) override;
+    [[nodiscard]] bool changeRecordingActive() const override { return recording; }
+    void beginRecordChanges() override { recording = true; }
+    void endRecordChanges() override { recording = false; }
+    void rollbackChanges() override { undo(); }
+    void clearChanges() override { changes.clear(); }
+};
+
+/// An inline document that points at a station and holds further ones of its kind.
+class Note : public data::InlineDocument
+{
+    Q_OBJECT
+    Q_CLASSINFO("DocumentType", "note")
     VO_PROPERTY(QString, text, setText)
-    VO_PROPERTY(QStringList, texts, setTexts)
-    VO_PROPERTY(QUrl, url, setUrl)
-    VO_PROPERTY(QColor, color, setColor)
-    VO_PROPERTY(QDate, date, setDate)
-    VO_PROPERTY(QTime, time, setTime)
+    VO_PROPERTY(vo::test::Station *, station, setStation)
+    Q_PROPERTY(QString notes READ text NOTIFY notesChanged)
+public:
+    explicit Note(data::Document *parent);
+    ~Note() override;
+
+    struct Private;
+    const std::unique_ptr<Private> d;
+
+Q_SIGNALS:
+    void notesChanged();
+};
+
+/// A linked document with a property of each kind. Its private record is open, so that tests reach
+/// the properties themselves; some of them can be reached in no other way.
+class Station : public data::LinkedDocument
+{
+    Q_OBJECT
+    Q_CLASSINFO("DocumentType", "station")
+    VO_PROPERTY(int, number, setNumber)
+    VO_PROPERTY(QString, text, setText)
     VO_PROPERTY(QDateTime, moment, setMoment)
-    VO_PROPERTY(QSize, size, setSize)
-    VO_PROPERTY(QJsonObject, object, setObject)
-    VO_PROPERTY(QGeoCoordinate, place, setPlace)
-    VO_READONLY_PROPERTY(QList<QColor>, palette)
-    VO_READONLY_PROPERTY(QString, title)
-    Q_PROPERTY(QJsonObject prices READ prices NOTIFY pricesChanged)
-    Q_PROPERTY(QString session READ session NOTIFY textChanged STORED false)
-
+    VO_PROPERTY(QString, title, setTitle)
+    VO_PROPERTY(QString, story, setStory)
+    VO_PROPERTY(vo::test::Station *, next, setNext)
+    Q_PROPERTY(QString palette READ text NOTIFY paletteChanged)
+    Q_PROPERTY(QString prices READ text NOTIFY pricesChanged)
+    Q_PROPERTY(QString caption READ text NOTIFY captionChanged)
+    Q_PROPERTY(QString note READ text NOTIFY noteChanged)
+    Q_PROPERTY(QString notes READ text NOTIFY notesChanged)
+    Q_PROPERTY(QString exits READ text NOTIFY exitsChanged)
 public:
-    explicit ValueDocument(vo::data::Context *context);
-    ~ValueDocument() override;
+    explicit Station(data::Context *context);
+    ~Station() override;
 
-    [[nodiscard]] QJsonObject prices() const;
-    [[nodiscard]] QString session() const;
+    /// A new note that no property holds yet.
+    Note *newNote(const QString &text);
+
+    /// The texts of the notes, with blanks between them; likewise keys and ids of the exits.
+    [[nodiscard]] QString noteTexts() const;
+    [[nodiscard]] QString exitTexts() const;
 
     struct Private;
     const std::unique_ptr<Private> d;
 
+    using LinkedDocument::setUseLocale;
+
 Q_SIGNALS:
+    void paletteChanged();
     void pricesChanged();
+    void captionChanged();
+    void noteChanged();
+    void notesChanged();
+    void exitsChanged();
 };
 
-struct ValueDocument::Private
+struct Note::Private
 {
-    template <typename T>
-    using Property = vo::data::Property<T>;
-
-    ValueDocument *const q;
-    Property<int> integer { "integer", 7, q };
-    Property<float> single { "single", q };
-    Property<double> real { "real", q };
-    Property<qint64> large { "large", q };
-    Property<bool> flag { "flag", q };
-    Property<QString> text { "text", q };
-    Property<QStringList> texts { "texts", q };
-    Property<QUrl> url { "url", q };
-    Property<QColor> color { "color", q };
-    Property<QDate> date { "date", q };
-    Property<QTime> time { "time", q };
-    Property<QDateTime> moment { "moment", q };
-    Property<QSize> size { "size", q };
-    Property<QJsonObject> object { "object", q };
-    Property<QGeoCoordinate> place { "place", q };
-    vo::data::ListProperty<QColor> palette { "palette", q };
-    vo::data::MapProperty<double> prices { "prices", q };
-    vo::data::UiStringProperty title { "title", q };
-    Property<QString> session { "session", q };
-    Property<QString> nameless { "nameless", q }; // there is no Qt property of this name
+    Note *const q;
+    data::Property<QString> text { "text", q };
+    data::LinkedDocumentProperty<Station> station { "station", q };
+    data::InlineDocumentListProperty<Note> notes { "notes", q };
 };
 
-/// Points at one document. It does not read JSON: tests set its target.
-class LinkProperty : public vo::data::DocumentPropertyBase
+struct Station::Private
 {
-public:
-    using DocumentPropertyBase::DocumentPropertyBase;
-
-    bool complete = true;
-    bool allowsDelete = true;
-
-    void set(vo::data::Document *target);
-
-    [[nodiscard]] int type() const override { return SingleDocument; }
-    void fromJson(const QJsonValue & /*json*/) override { }
-    [[nodiscard]] QJsonValue toJson() const override;
-    void aggregateReferences(QSet<QString> &ids) const override;
-    void copy(PropertyBase *source) override;
-    void clear() override { set(nullptr); }
-    [[nodiscard]] QString documentType() const override { return {}; }
-    [[nodiscard]] bool isComplete() const override { return complete; }
-    [[nodiscard]] QList<vo::data::Document *> referencedDocuments() const override;
-    void removeDocument(vo::data::Document *document) override;
-    [[nodiscard]] bool canDelete() const override;
-
-private:
-    QPointer<vo::data::Document> m_target;
+    Station *const q;
+    data::Property<int> number { "number", 7, q };
+    data::Property<QString> text { "text", q };
+    data::Property<QString> nameless { "nameless", q }; // there is no Qt property of this name
+    data::Property<QDateTime> moment { "moment", q };
+    data::ListProperty<QColor> palette { "palette", q };
+    data::MapProperty<double> prices { "prices", q };
+    data::UiStringProperty caption { "caption", q };
+    data::LangStringProperty title { "title", q };
+    data::LangStringProperty story { "story", q, true };
+    data::LinkedDocumentProperty<Station> next { "next", q };
+    data::InlineDocumentProperty<Note> note { "note", q };
+    data::InlineDocumentListProperty<Note> notes { "notes", q };
+    data::LinkedDocumentMapProperty<Station> exits { "exits", q };
 };
 
-/// An ordered list of documents, in memory only.
-class LinkListProperty : public vo::data::DocumentListPropertyBase
-{
-public:
-    using DocumentListPropertyBase::DocumentListPropertyBase;
-
-    void fromJson(const QJsonValue & /*json*/) override { }
-    [[nodiscard]] QJsonValue toJson() const override { return QJsonValue::Null; }
-    void copy(PropertyBase * /*source*/) override { }
-    void clear() override;
-    [[nodiscard]] QString documentType() const override { return {}; }
-    [[nodiscard]] bool isComplete() const override { return true; }
-    [[nodiscard]] QList<vo::data::Document *> referencedDocuments() const override;
-    void removeDocument(vo::data::Document *document) override { remove(document); }
-
-    [[nodiscard]] vo::data::Document *at(int index) const override;
-    [[nodiscard]] int indexOf(vo::data::Document *document) const override;
-    bool insert(vo::data::Document *document, int index) override;
-    bool remove(vo::data::Document *document) override;
-    bool move(int from, int to) override;
-
-private:
-    QList<vo::data::Document *> m_elements;
-};
-
-/// A document that points at others.
-class LinkDocument : public vo::data::LinkedDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "link")
-    Q_PROPERTY(QString target READ label NOTIFY targetChanged)
-    Q_PROPERTY(QString elements READ label NOTIFY elementsChanged)
-
-public:
-    explicit LinkDocument(vo::data::Context *context);
-    ~LinkDocument() override;
-
-    struct Private;
-    const std::unique_ptr<Private> d;
-
-    using LinkedDocument::copyProperty;
-
-Q_SIGNALS:
-    void targetChanged();
-    void elementsChanged();
-};
-
-struct LinkDocument::Private
-{
-    LinkDocument *const q;
-    LinkProperty target { "target", q };
-    LinkListProperty elements { "elements", q };
-};
-
-// Classes that have nothing but their type.
-
-class PictureDocument : public vo::data::LinkedDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "picture")
-public:
-    using LinkedDocument::LinkedDocument;
-};
-
-class PhotoDocument : public PictureDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "photo")
-public:
-    using PictureDocument::PictureDocument;
-};
-
-/// Without a segment of its own.
-class ScannedPhotoDocument : public PhotoDocument
-{
-    Q_OBJECT
-public:
-    using PhotoDocument::PhotoDocument;
-};
-
-class LonePhotoDocument : public PhotoDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "alone")
-    Q_CLASSINFO("InheritType", "false")
-public:
-    using PhotoDocument::PhotoDocument;
-};
-
-/// The segment "photo" once more, at another place.
-class PhotoLinkDocument : public LinkDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "photo")
-public:
-    using LinkDocument::LinkDocument;
-};
-
-class PlainPhotoDocument : public vo::data::LinkedDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "photo")
-public:
-    using LinkedDocument::LinkedDocument;
-};
-
-/// Its type lies below that of generic documents.
-class RegisteredDataDocument : public vo::data::LinkedDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "data:registered")
-public:
-    using LinkedDocument::LinkedDocument;
-};
+/// Gives a station newer stored data, under its id.
+void reload(Station *station, QJsonObject data);
 
 } // namespace vo::test

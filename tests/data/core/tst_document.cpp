@@ -1,271 +1,262 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
-#include "support/documenttest.h"
+#include "support/contextfixture.h"
+#include "support/literals.h"
+#include "support/logcapture.h"
+#include "support/manualclock.h"
+#include "support/testdocuments.h"
 
-#include <vorrel/util/message.h>
+#include <vorrel/core/version.h>
+#include <vorrel/data/core/accesscontroller.h>
+#include <vorrel/data/core/documentregistration.h>
 
-#include <QtCore/QRandomGenerator>
+#include <QtCore/QCryptographicHash>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
 using namespace vo::data;
 using namespace vo::test;
 
-namespace {
-
-/// A part of a document that it does not belong to any more.
-struct Orphan : public LinkDocument
+/// Notes the steps of its life.
+class Picture : public LinkedDocument
 {
-    using LinkDocument::LinkDocument;
-    [[nodiscard]] const Document *linkSource() const override { return nullptr; }
-};
+    Q_OBJECT
+    Q_CLASSINFO("DocumentType", "picture")
+public:
+    using LinkedDocument::LinkedDocument;
 
-/// Takes over a name of its base class.
-struct Relabelled : public LinkDocument
-{
-    using LinkDocument::LinkDocument;
-    Property<QString> ownLabel { "label", this };
-};
+    inline static QStringList diary;
 
-/// The rule as it is told: equal in all segments of the base.
-bool isBaseTypeBySegments(const QString &base, const QString &type)
-{
-    const QStringList bases = base.split(QLatin1Char(':'));
-    return type.split(QLatin1Char(':')).mid(0, bases.size()) == bases;
-}
-
-QString randomType(QRandomGenerator &random)
-{
-    QString type;
-    for (int length = random.bounded(9); length > 0; --length) {
-        type += QLatin1Char("aab::"[random.bounded(5)]);
+    void assignData(const QJsonObject &object) override
+    {
+        diary += "assignData"_s;
+        LinkedDocument::assignData(object);
     }
-    return type;
-}
+    void convert(const QJsonObject & /*object*/) override
+    {
+        diary += "convert"_s;
+        setLabel("converted"_s); // not an edit
+    }
+    void initialize() override
+    {
+        diary += "initialize"_s;
+        LinkedDocument::initialize();
+    }
+};
 
-} // namespace
+/// Every Context has one.
+class Singleton : public Picture
+{
+    Q_OBJECT
+    Q_CLASSINFO("DocumentType", "data:singleton")
+    Q_CLASSINFO("InheritType", "false")
+    Q_CLASSINFO("AutoInstance", "test.singleton")
+public:
+    using Picture::Picture;
+    [[nodiscard]] StorageFlags storageFlags() const override { return CreatedInternally; }
+};
 
-class tst_Document : public DocumentTest
+class tst_Document : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void typeIsMadeOfTheSegmentsOfItsClasses()
+    void initTestCase()
     {
-        const std::vector<std::pair<const QMetaObject *, QString>> rows {
-            { &Document::staticMetaObject, QString() },
-            { &LinkedDocument::staticMetaObject, QString() },
-            { &PictureDocument::staticMetaObject, "picture"_s },
-            { &PhotoDocument::staticMetaObject, "picture:photo"_s },
-            { &ScannedPhotoDocument::staticMetaObject, "picture:photo"_s },
-            { &LonePhotoDocument::staticMetaObject, "alone"_s },
-            { &PhotoLinkDocument::staticMetaObject, "link:photo"_s },
-            { &PlainPhotoDocument::staticMetaObject, "photo"_s },
+        registerDocument<Picture>();
+        registerDocument<Singleton>();
+    }
+    void init() { m_context = std::make_unique<TestContext>(); }
+
+    void classFollowsFromTheType()
+    {
+        const QString longest(255, QLatin1Char('a'));
+        const QList<std::pair<QByteArray, QStringList>> rows {
+            { "Picture", "picture"_l },
+            { "vo::data::ProductGroup", "group:product"_l },
+            { "Singleton", "data:singleton"_l },
+            { "vo::data::GenericData", "data:mytype data:a1:b2 data:singleton:more"_l },
+            { "vo::data::GenericData", { "data:"_s + longest } },
+            { "", "data data: photo photo:picture Picture picture: database:ab data:my-type"_l },
+            { "", "data:myType data:a data:ab:c data:1a data:größe data:ab::cd data::ab"_l },
+            { "", { QString(), "data:ab\n"_s, "data:ab"_s + QChar(0), "data:a"_s + longest } },
         };
-        for (int round = 0; round < 2; ++round) { // the second from the cache
-            for (const auto &[metaObject, type] : rows) {
-                QCOMPARE(Document::typeOf(*metaObject), type);
+        const LogCapture log;
+        for (const auto &[className, types] : rows) {
+            for (const QString &type : types) {
+                const auto *document = LinkedDocument::create(type, m_context.get());
+                const QByteArray made = document ? document->metaObject()->className() : "";
+                QVERIFY2(made == className, qPrintable(type));
+                QVERIFY(!document || document->serialize()["type"_s].toString() == type);
             }
         }
-    }
-
-    void baseTypeIsAPrefixOfWholeSegments()
-    {
         QVERIFY(Document::isBaseType("asset"_s, "asset:image"_s));
-        QVERIFY(!Document::isBaseType("asset:image"_s, "asset"_s));
-        QVERIFY(Document::isBaseType("asset:image"_s, "asset:image"_s));
         QVERIFY(!Document::isBaseType("asset"_s, "assets"_s));
-        QVERIFY(!Document::isBaseType("asset"_s, "Asset"_s));
-        QVERIFY(Document::isBaseType(""_s, QString()));
-        QVERIFY(!Document::isBaseType(QString(), "asset"_s));
-        QVERIFY(Document::isBaseType(QString(), ":asset"_s));
     }
-    void baseTypeAgreesWithTheRuleOverSegments()
+
+    void everyContextHasItsAutomaticDocuments()
     {
-        const int steps = qEnvironmentVariable("VORREL_TEST_STEPS", "10000"_s).toInt();
-        QRandomGenerator random(1);
-        for (int step = 0; step < steps; ++step) {
-            const QString base = randomType(random);
-            const QString type = step % 2 == 0 ? base + randomType(random) : randomType(random);
-            QVERIFY2(Document::isBaseType(base, type) == isBaseTypeBySegments(base, type),
-                     qPrintable(base + " and "_s + type));
+        const Context other;
+        auto *document = qobject_cast<Singleton *>(m_context->loadedDocument("test.singleton"_s));
+        QVERIFY(document && other.loadedDocument("test.singleton"_s) != document);
+        // Its stored form may be in the database: only an edit may overwrite that.
+        QVERIFY(!m_context->hasLocalChanges());
+        document->setLabel("edited"_s);
+        QVERIFY(m_context->hasLocalChanges());
+    }
+
+    void documentsAreMadeInOrder()
+    {
+        Picture::diary.clear();
+        const auto *stored = LinkedDocument::create(R"({"type": "picture"})"_json, m_context.get());
+        QCOMPARE(Picture::diary, "assignData convert initialize"_l);
+        QVERIFY(!stored->isDirty());
+        m_context->recording = true;
+        QVERIFY(!m_context->create<Singleton>("internal"_s)->isDirty());
+        QVERIFY(m_context->changes.empty());
+        const Picture *document = m_context->create<Picture>();
+        QCOMPARE(Picture::diary.mid(3), "initialize initialize"_l);
+        QVERIFY(document->isDirty());
+        m_context->undo();
+        QVERIFY(document->deleted());
+        m_context->redo();
+        QVERIFY(!document->deleted());
+    }
+
+    void storedFormHasItsKeys()
+    {
+        auto stored = R"json({"_id": "a/1", "_rev": "1-a", "type": "picture", "deleted": false,
+            "created": "2020-01-02T03:04:05Z", "edited": "2020-02-03T04:05:06Z",
+            ":data": {"s:a": {"f": "$ref(0,x)", "g": "$ref(1,y)"}, "l:b": ["c"]},
+            "label": "converted", "references": ["x"], "accessControl": 2})json"_json;
+        QJsonObject loaded = stored;
+        loaded.insert("creationVersion"_s, "0.8.1"_s);
+        loaded.insert("foreign"_s, 1); // is dropped
+        stored.insert("creationVersion"_s, vo::Version::currentVersion().versionString());
+        const auto *document = LinkedDocument::create(loaded, m_context.get());
+        QCOMPARE(document->creationVersion(), "0.8.1"_s);
+        QCOMPARE(document->serialize(), stored);
+        QCOMPARE(m_context->create<Picture>()->serialize().keys(),
+                 "_id created creationVersion deleted edited references type"_l);
+    }
+
+    void idsStandAndAreUnique()
+    {
+        m_context->store("unbuilt"_s);
+        const QPointer<Station> a(m_context->create("a"_s));
+        QCOMPARE(QByteArray::fromHex(m_context->create()->id()).size(), 16);
+        const LogCapture log;
+        a->setDocumentId("other"_s);
+        a->assignData(R"({"label": "loaded"})"_json); // without an id
+        QCOMPARE(log.count("vorrel.data|critical|Document a"_s), 2);
+        QCOMPARE(a->label() + a->documentId(), "loadeda"_s);
+        for (const QString &id : "日本 a€b"_l) { // not in Latin-1
+            const QJsonObject json { { "_id"_s, id }, { "type"_s, "station"_s } };
+            QVERIFY(!m_context->create(id) && !LinkedDocument::create(json, m_context.get()));
         }
+        QCOMPARE(log.count("|warning|"_s), 4);
+        QVERIFY(!m_context->create("a"_s) && !m_context->create("unbuilt"_s));
+        QCOMPARE(log.count("vorrel.data.context|critical|"_s), 2);
+        a->remove();
+        QVERIFY(!LinkedDocument::create("no:such"_s, "a"_s, m_context.get()));
+        processEvents();
+        QVERIFY(a);
+        const Station *second = m_context->create("a"_s); // takes the id of the deleted one
+        processEvents();
+        QVERIFY(!a && second && m_context->find("a"_s) == second);
     }
 
-    void attachmentsAreCounted()
+    void editsAreCountedUntilTheyAreStored()
     {
-        auto *source = create<LinkDocument>();
-        auto *target = create<LinkDocument>();
-        const QSignalSpy changed(source, &Document::attachedDocumentsChanged);
-        source->attachDocument(target);
-        source->attachDocument(target);
-        QCOMPARE(source->attached(), QList<Document *> { target });
-        QCOMPARE(AccessContext::access(source).targets.size(), 2);
-        source->detachDocument(target);
-        QCOMPARE(target->referencingDocuments(), QList<Document *> { source });
-        QCOMPARE(source->attachedDocument(target->documentId()), target);
-        QCOMPARE(source->attachedDocument(source->documentId()), nullptr);
-        source->detachDocument(target);
-        source->attachDocument(nullptr);
-        source->detachDocument(nullptr);
-        QVERIFY(target->referencingDocuments().isEmpty());
-        QVERIFY(source->attached().isEmpty());
-        QVERIFY(AccessContext::access(source).targets.isEmpty());
-        QCOMPARE(changed.count(), 4);
+        ManualClock clock;
+        Station *a = m_context->create();
+        clock.advance(std::chrono::seconds(5));
+        a->setLabel("a"_s);
+        QCOMPARE(a->edited().toMSecsSinceEpoch(), clock.currentMSecsSinceEpoch());
+        a->markClean("1-a"_s, 1, { "hash" }); // one edit came during the upload
+        QVERIFY(a->isDirty() && a->hasLocalChanges() && !a->isLocal());
+        QCOMPARE(m_context->dirtyDocuments(), QList<LinkedDocument *> { a });
+        QCOMPARE(a->currentAttachments(), QSet<QByteArray> { "hash" });
+        a->markClean("2-b"_s, 2, {});
+        QVERIFY(!a->isDirty() && !a->hasLocalChanges() && m_context->dirtyDocuments().isEmpty());
     }
 
-    void completeDocumentStaysComplete()
+    void deletionAsksFirstAndClearsAllLinks()
     {
-        const auto documents = chain(3);
-        documents[2]->d->target.set(documents[0]); // stored data may have rings
-        documents[1]->d->target.complete = false;
-        QVERIFY(!documents[0]->isComplete());
-        QSet<const LinkedDocument *> found;
-        documents[1]->Document::aggregateDependencies(found);
-        QVERIFY(found.isEmpty());
-        documents[0]->Document::aggregateDependencies(found); // ends at the next linked document
-        QCOMPARE(found, QSet<const LinkedDocument *> { documents[1] });
-        documents[1]->d->target.complete = true;
-        QVERIFY(documents[0]->isComplete());
-        documents[1]->d->target.complete = false;
-        QVERIFY(documents[0]->isComplete());
-        QVERIFY(documents[2]->isComplete());
-    }
-
-    void linkThatClosesACycleIsReported_data()
-    {
-        QTest::addColumn<QStringList>("labels"); // of the chain from the target to the source
-        QTest::addColumn<QStringList>("cycle");
-        const QString none;
-        QTest::newRow("itself, no label") << QStringList { none } << QStringList { none, none };
-        QTest::newRow("itself") << "s"_l
-                                << "s s s"_l;
-        QTest::newRow("two") << "a s"_l
-                             << "s a s s"_l;
-        QTest::newRow("three, some without label")
-            << QStringList { "a"_s, none, "b"_s, none } << QStringList { none, "a"_s, "b"_s, none };
-    }
-    void linkThatClosesACycleIsReported()
-    {
-        QFETCH(QStringList, labels);
-        QFETCH(QStringList, cycle);
-        const auto documents = chain(int(labels.size()));
-        for (int index = 0; index < labels.size(); ++index) {
-            documents[index]->setLabel(labels[index]);
-            // A way that leads nowhere is not part of the cycle.
-            documents[index]->d->elements.insert(chain(2).constFirst(), -1);
+        Station *source = m_context->load("source"_s);
+        Station *a = m_context->load("a"_s);
+        Station *target = m_context->create();
+        source->setNext(a);
+        source->setStructValue("s"_s, "f"_s, "$ref(0,a)"_s);
+        a->setNext(target);
+        for (const QString &id : "source a"_l) { // whose properties cannot be changed
+            m_context->setLevel(id, Document::ReadAccess);
+            processEvents();
+            a->remove();
+            QVERIFY(!a->deleted() && source->next() == a);
+            m_context->setLevel(id, Document::WriteAccess);
+            processEvents();
         }
-        LinkDocument *source = documents.constLast();
-        const QSignalSpy sent(vo::util::Message::instance(), &vo::util::Message::sent);
-        QVERIFY(source->performCycleCheck(documents[0]));
-        QCOMPARE(sent.count(), 1);
-        QCOMPARE(sent[0][0].toString(), "vorrel.error.DependencyCycle"_s);
-        const auto parameters = sent[0][1].value<QMap<QString, QVariant>>();
-        QCOMPARE(QStringList(parameters.keys()), "cycle source target"_l);
-        QCOMPARE(parameters["source"_s].value<QObject *>(), source);
-        QCOMPARE(parameters["target"_s].value<QObject *>(), documents[0]);
-        QStringList found;
-        for (const QVariant &entry : parameters["cycle"_s].toList()) {
-            found += qobject_cast<Document *>(entry.value<QObject *>())->label();
-        }
-        QCOMPARE(found, cycle);
-    }
-    void harmlessLinkIsNotReported()
-    {
-        const auto documents = chain(3);
-        Orphan orphan(m_context.get());
-        const QSignalSpy sent(vo::util::Message::instance(), &vo::util::Message::sent);
-        QVERIFY(!documents[0]->performCycleCheck(nullptr));
-        QVERIFY(!documents[0]->performCycleCheck(documents[2]));
-        QVERIFY(!orphan.performCycleCheck(&orphan));
-        QCOMPARE(sent.count(), 0);
+        a->remove();
+        QVERIFY(a->deleted() && a->isDirty() && a->attached().isEmpty());
+        QVERIFY(!source->next() && source->getStructValue("s"_s, "f"_s).isNull());
+        target->remove(); // was never stored and needs no upload of its deletion
+        QVERIFY(target->deleted() && !target->isDirty());
     }
 
-    void walksEndQuickly_data()
+    void subtreeRevisionFollowsAllThatIsReachable()
     {
-        QTest::addColumn<int>("levels");
-        QTest::addColumn<int>("width");
-        QTest::newRow("ladder with 2^60 ways") << 60 << 2;
-        QTest::newRow("long chain") << 100000 << 1;
-    }
-    void walksEndQuickly()
-    {
-        QFETCH(int, levels);
-        QFETCH(int, width);
-        QObject owner; // takes them all with it, which is faster than one by one
-        QList<LinkDocument *> former;
-        auto *first = create<LinkDocument>();
-        former += first;
-        for (int level = 0; level < levels; ++level) {
-            QList<LinkDocument *> present;
-            for (int place = 0; place < width; ++place) {
-                present += new LinkDocument(m_context.get());
-                present.constLast()->setParent(&owner);
-                for (LinkDocument *source : std::as_const(former)) {
-                    source->d->elements.insert(present.constLast(), -1);
-                }
-            }
-            former = present;
-        }
-        auto *source = create<LinkDocument>();
-        QVERIFY(!source->performCycleCheck(first));
-        former[0]->d->elements.insert(first, -1); // a ring that the source is not part of
-        QVERIFY(!source->performCycleCheck(first));
-        QVERIFY(first->isComplete());
-        QCOMPARE(first->subtreeRevision().size(), 32);
-        former[0]->d->elements.insert(source, -1);
-        QVERIFY(source->performCycleCheck(first));
+        Station *a = m_context->create("a%1"_s);
+        a->d->exits.insert("x"_s, m_context->create("b"_s));
+        a->setRevision("1-a"_s);
+        m_context->find("b"_s)->setRevision("2-b"_s);
+        const QByteArray text = "a%1-1-a-2b-2-b-1"; // the ids, revisions and numbers of edits
+        QCOMPARE(a->subtreeRevision(),
+                 QCryptographicHash::hash(text, QCryptographicHash::Md5).toHex());
     }
 
-    void listElementsAreReachedByName()
+    void accessChangesInALaterTurn()
     {
-        const QString list = "elements"_s;
-        auto *owner = create<LinkDocument>();
-        auto *a = create<LinkDocument>();
-        auto *b = create<LinkDocument>();
-        QVERIFY(owner->addListElement(list, a));
-        QVERIFY(owner->insertListElement(list, b, 0));
-        QCOMPARE(owner->indexOfListElement(list, a), 1);
-        QVERIFY(owner->moveListElement(list, 1, 0));
-        QCOMPARE(owner->indexOfListElement(list, a), 0);
-        QVERIFY(!owner->removeListIndex(list, 0)); // false, though it is gone
-        QCOMPARE(owner->indexOfListElement(list, a), -1);
-        QVERIFY(!owner->removeListIndex(list, 7));
-        QVERIFY(owner->removeListElement(list, b));
-        QVERIFY(!owner->removeListElement(list, b));
-        for (const QString &other : "target label documentId nothing"_l) {
-            QVERIFY(!owner->addListElement(other, a));
-            QVERIFY(!owner->insertListElement(other, a, 0));
-            QVERIFY(!owner->removeListElement(other, a));
-            QVERIFY(!owner->removeListIndex(other, 0));
-            QVERIFY(!owner->moveListElement(other, 0, 0));
-            QCOMPARE(owner->indexOfListElement(other, a), -1);
-            QCOMPARE(owner->hasProperty(other), other != "nothing"_s);
+        m_context->defaultLevel = Document::ReadAccess;
+        Station *a = m_context->load("a"_s);
+        const QSignalSpy level(a, &Document::accessLevelChanged);
+        const QSignalSpy text(a, &Station::textChanged);
+        QCOMPARE(a->accessLevel(), Document::ReadAccess); // the first answer is silent
+        for (const auto next :
+             { Document::WriteAccess, Document::NoAccess, Document::ReadAccess }) {
+            m_context->setLevel("a"_s, next);
+            QVERIFY(a->accessLevel() != next);
+            QTRY_COMPARE(a->accessLevel(), next);
         }
+        QCOMPARE(level.count(), 3);
+        QCOMPARE(text.count(), 2); // what can be read has changed
+        a->markDirty();
+        m_context->setLevel("a"_s, Document::NoAccess);
+        processEvents();
+        QCOMPARE(a->accessLevel(), Document::ReadAccess); // what is dirty stays readable
+        a->overrideAccessLevel();
+        QCOMPARE(a->accessLevel(), Document::WriteAccess);
+        a->markClean("2-b"_s, a->changeSequenceNumber(), {});
+        QTRY_COMPARE(a->accessLevel(), Document::NoAccess); // the grant ends with the next update
     }
 
-    void derivedClassTakesOverAProperty()
+    void accessParametersAreEdited()
     {
-        Relabelled source(m_context.get());
-        Relabelled target(m_context.get());
-        source.ownLabel.set("own"_s);
-        target.copyProperty("label"_s, &source);
-        QCOMPARE(target.ownLabel.get(), "own"_s);
-        QCOMPARE(target.serialize()["label"_s].toString(), "own"_s);
+        Station *a = m_context->load("a"_s, R"({"accessControl": 2})"_json);
+        AccessController *access = a->accessController();
+        m_context->recording = true;
+        access->update(99); // 2, when it is mended
+        QVERIFY(!a->isDirty() && m_context->changes.empty());
+        access->update(0);
+        QCOMPARE(a->serialize()["accessControl"_s], QJsonValue(0));
+        QTRY_COMPARE(a->accessLevel(), Document::ReadAccess);
+        access->update(1); // that needs WriteAccess, taking back does not
+        m_context->undo();
+        QCOMPARE(access->parameters(), QJsonValue(2));
+        QTRY_COMPARE(a->accessLevel(), Document::WriteAccess);
     }
 
 private:
-    /// Documents of which each points at the next one.
-    QList<LinkDocument *> chain(int length)
-    {
-        QList<LinkDocument *> documents;
-        while (documents.size() < length) {
-            documents += create<LinkDocument>();
-            if (documents.size() > 1) {
-                documents[documents.size() - 2]->d->target.set(documents.constLast());
-            }
-        }
-        return documents;
-    }
+    std::unique_ptr<TestContext> m_context;
 };
 
 QTEST_GUILESS_MAIN(tst_Document)

@@ -1,229 +1,312 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
-#include "support/documenttest.h"
+#include "support/contextfixture.h"
+#include "support/fakecouch.h"
+#include "support/literals.h"
+#include "support/logcapture.h"
 #include "support/signalhook.h"
+#include "support/testdocuments.h"
+
+#include <vorrel/data/properties/langstring.h>
 
 #include <QtCore/QLocale>
-#include <QtCore/QPointer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
-#include <functional>
+#include <new>
 
 using namespace vo::data;
 using namespace vo::test;
-using Edit = std::function<void(ValueDocument &)>;
+using Edit = std::function<void(Station &)>;
 Q_DECLARE_METATYPE(Edit)
 
 namespace {
 
 const QDateTime noon(QDate(2024, 6, 1), QTime(12, 0), Qt::UTC);
 
+/// Holds its property itself, so that the property is found where the document is.
+struct Inlined : public LinkedDocument
+{
+    using LinkedDocument::LinkedDocument;
+    Property<int> number { "number", this };
+};
+
 } // namespace
 
-class tst_Property : public DocumentTest
+class tst_Property : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void editOfEqualValueChangesNothing()
+    void init()
     {
-        const QVariant place = QVariant::fromValue(QGeoCoordinate(1, 2));
-        const std::vector<std::tuple<QByteArray, QVariant, QVariant>> rows {
-            { "integer", 1, 1 },           { "real", 0.3, 0.1 + 0.2 },
-            { "single", 1.0F, 1.000001F }, { "moment", noon, noon.toOffsetFromUtc(3600) },
-            { "texts", "a b"_l, "a b"_l }, { "place", place, place },
+        m_context = std::make_unique<TestContext>();
+        m_context->setServiceUrl(QUrl("http://couch.test"_s));
+        m_context->setNetworkAccessManager(&m_couch);
+        m_context->setDatabase("db"_s);
+        m_context->create("b"_s);
+        m_station = m_context->load("a"_s, R"({"text": "t", "prices": {"AT": 1}})"_json);
+    }
+    void cleanup() { QLocale::setDefault(QLocale::system()); }
+
+    void eachKindIsEdited_data()
+    {
+        QTest::addColumn<QByteArray>("signal");
+        QTest::addColumn<Edit>("edit");
+        const auto row = [](const char *signal, const char *kind, const Edit &edit) {
+            QTest::newRow(kind) << QByteArray(signal) << edit;
         };
-        for (const auto &[name, present, equal] : rows) {
-            const int edits = m_document->changeSequenceNumber();
-            QVERIFY2(m_document->setProperty(name, present), name);
-            QVERIFY2(m_document->setProperty(name, equal), name);
-            QCOMPARE(m_document->changeSequenceNumber(), edits + 1);
+        row("numberChanged", "value", [](auto &a) { a.setNumber(1); });
+        row("momentChanged", "moment", [](auto &a) { a.setMoment(noon); });
+        row("paletteChanged", "list", [](auto &a) { a.d->palette.set({ QColor(1, 2, 3) }); });
+        row("pricesChanged", "map", [](auto &a) { a.d->prices.set("DE"_s, 2); });
+        row("pricesChanged", "map, removed", [](auto &a) { a.d->prices.remove("AT"_s); });
+        row("captionChanged", "caption", [](auto &a) { a.d->caption.insert("_"_s, "c"_s); });
+        row("titleChanged", "texts", [](auto &a) { a.setTitle("t"_s); });
+        row("nextChanged", "link", [this](auto &a) { a.setNext(m_context->find("b"_s)); });
+        row("noteChanged", "inline", [](auto &a) { a.d->note.set(a.newNote("n"_s)); });
+        row("notesChanged", "inline list", [](auto &a) { a.d->notes.insert(a.newNote("n"_s), 0); });
+        row("exitsChanged", "map of links",
+            [this](auto &a) { a.d->exits.insert("x"_s, m_context->find("b"_s)); });
+        row("structValueChanged", "struct",
+            [](auto &a) { a.setStructValue("s"_s, "f"_s, "$ref(0,b)"_s); });
+    }
+    void eachKindIsEdited()
+    {
+        QFETCH(QByteArray, signal);
+        QFETCH(Edit, edit);
+        const QJsonObject before = content();
+        for (const auto level : { Document::NoAccess, Document::ReadAccess }) {
+            m_context->setLevel("a"_s, level);
+            m_station->updateAccessLevel();
+            edit(*m_station);
+            QCOMPARE(content(), before);
+            QVERIFY(!m_station->isDirty());
+        }
+        m_context->setLevel("a"_s, Document::WriteAccess);
+        processEvents();
+
+        m_context->recording = true;
+        QStringList order;
+        const SignalHook told(m_station, signal, [&] { order += "told"_s; });
+        const SignalHook dirty(m_station, "editedChanged", [&] { order += "dirty"_s; });
+        edit(*m_station);
+        const bool dirtyFirst = signal == "momentChanged" || signal == "captionChanged";
+        QCOMPARE(order.mid(0, 2), dirtyFirst ? "dirty told"_l : "told dirty"_l);
+        const QJsonObject after = content();
+        QVERIFY(after != before);
+        QCOMPARE(m_context->changes.empty(), signal == "captionChanged"); // never recorded
+        for (int round = 0; round < 2 && !m_context->changes.empty(); ++round) {
+            m_context->undo();
+            processEvents();
+            QCOMPARE(content(), before);
+            QVERIFY(m_station->attached().isEmpty());
+            m_context->redo();
+            QCOMPARE(content(), after);
         }
     }
 
-    void momentsAreKeptInUtc()
+    void equalValueIsNoEdit()
     {
-        QVERIFY(m_document->setMoment(noon.toOffsetFromUtc(7200)));
-        QCOMPARE(m_document->moment().timeSpec(), Qt::UTC);
-        QCOMPARE(m_document->moment(), noon);
-        m_document->d->moment.fromJson("2024-06-01T14:00:01+02:00"_s);
-        QCOMPARE(m_document->moment().timeSpec(), Qt::UTC);
-        QCOMPARE(m_document->moment(), noon.addSecs(1));
+        m_station->setMoment(noon);
+        const int edits = m_station->changeSequenceNumber();
+        QVERIFY(!m_station->setNumber(7) && !m_station->setText("t"_s));
+        QVERIFY(!m_station->setMoment(noon.toOffsetFromUtc(3600)));
+        QVERIFY(!m_station->d->palette.set({}) && !m_station->d->prices.set("AT"_s, 1));
+        QVERIFY(!m_station->d->prices.remove("DE"_s));
+        QCOMPARE(m_station->changeSequenceNumber(), edits);
+        reload(m_station, R"({"moment": "2024-06-01T14:00:01+02:00"})"_json);
+        QCOMPARE(m_station->moment(), noon.addSecs(1));
+        QCOMPARE(m_station->moment().timeSpec(), Qt::UTC);
     }
 
-    void accessDecidesWhatIsReadAndWritten_data()
+    void readersSeeAndKeepWhatIsStored()
     {
-        QTest::addColumn<int>("level");
-        QTest::newRow("none") << int(Document::NoAccess);
-        QTest::newRow("read") << int(Document::ReadAccess);
-        QTest::newRow("write") << int(Document::WriteAccess);
-    }
-    void accessDecidesWhatIsReadAndWritten()
-    {
-        QFETCH(int, level);
-        const bool readable = level >= Document::ReadAccess;
-        const bool writable = level >= Document::WriteAccess;
-        const auto stored = R"({"text": "a", "integer": 3, "palette": ["#010203"],
-                                "prices": {"AT": 1}, "title": {"_": "t"}})"_json;
-        m_document->Document::assignData(stored);
-        AccessContext::access(m_document).level = Document::AccessLevel(level);
-
-        QCOMPARE(m_document->text(), readable ? "a"_s : QString());
-        QCOMPARE(m_document->integer(), readable ? 3 : 0);
-        QCOMPARE(m_document->palette().isEmpty(), !readable);
-        QCOMPARE(m_document->prices().isEmpty(), !readable);
-        QCOMPARE(m_document->title(), readable ? "t"_s : QString());
-        QCOMPARE(m_document->setText("b"_s), writable);
-        QCOMPARE(m_document->d->palette.set({}), writable);
-        QCOMPARE(m_document->d->prices.set("DE"_s, 2), writable);
-        QCOMPARE(m_document->d->prices.remove("AT"_s), writable);
-        m_document->d->title.insert("_"_s, "u"_s);
-        QCOMPARE(m_document->d->title.remove("_"_s), writable);
-        m_document->d->title.clear();
-        QCOMPARE(m_document->isDirty(), writable);
-        // Storing asks for no access: a reader must not empty what it passes on.
-        const QJsonObject json = m_document->serialize();
-        QCOMPARE(json["text"_s].toString(), writable ? "b"_s : "a"_s);
-        QCOMPARE(json["title"_s] == stored["title"_s], !writable);
-    }
-
-    void editNotifiesReportsAndDirties_data()
-    {
-        QTest::addColumn<QByteArray>("signal");
-        QTest::addColumn<bool>("dirtyFirst");
-        QTest::addColumn<Edit>("edit");
-        const auto row = [](const char *signal, bool dirtyFirst, const Edit &edit) {
-            QTest::newRow(signal) << QByteArray(signal) << dirtyFirst << edit;
-        };
-        row("textChanged", false, [](auto &document) { document.setText("a"_s); });
-        row("momentChanged", true, [](auto &document) { document.setMoment(noon); });
-        row("paletteChanged", false, [](auto &document) { document.d->palette.set({ QColor() }); });
-        row("pricesChanged", false, [](auto &document) { document.d->prices.set("AT"_s, 1); });
-        row("titleChanged", true, [](auto &document) { document.d->title.insert("_"_s, "a"_s); });
-    }
-    void editNotifiesReportsAndDirties()
-    {
-        QFETCH(QByteArray, signal);
-        QFETCH(bool, dirtyFirst);
-        QFETCH(Edit, edit);
-        QStringList order;
-        const SignalHook told(m_document, signal, [&] { order += "told"_s; });
-        const SignalHook dirty(m_document, "editedChanged", [&] { order += "dirty"_s; });
-        const QSignalSpy reported(m_context.get(), &Context::documentChanged);
-        edit(*m_document);
-        QCOMPARE(order, dirtyFirst ? "dirty told"_l : "told dirty"_l);
-        QCOMPARE(m_document->changeSequenceNumber(), 1);
-        QTRY_COMPARE(reported.count(), 1);
-    }
-
-    void documentMayDieInItsChangeSignal_data()
-    {
-        editNotifiesReportsAndDirties_data();
-        QTest::newRow("stored data")
-            << QByteArray("textChanged") << false << Edit([](auto &document) {
-                   document.Document::assignData(R"({"text": "a", "real": 1})"_json);
-               });
-        QTest::newRow("access lost")
-            << QByteArray("realChanged") << false << Edit([](auto &document) {
-                   AccessContext::setLevel(&document, Document::NoAccess);
-                   document.updateAccessLevel();
-               });
-    }
-    void documentMayDieInItsChangeSignal()
-    {
-        QFETCH(QByteArray, signal);
-        QFETCH(Edit, edit);
-        QCOMPARE(m_document->accessLevel(), Document::WriteAccess);
-        const QPointer<ValueDocument> guard(m_document);
-        const SignalHook hook(m_document, signal, [&] { delete guard.data(); });
-        edit(*m_document);
-        QVERIFY(guard.isNull());
-        QVERIFY(m_context->dirtyDocuments().isEmpty());
+        const auto stored = R"({"text": "a", "number": 3, "palette": ["#010203"],
+            "prices": {"AT": 1}, "caption": {"_": "t"},
+            "title": {"type": "langstring", "items": {"de": "t"}}})"_json;
+        for (const auto level : { Document::NoAccess, Document::ReadAccess }) {
+            m_context->levels.insert("c", level);
+            const std::unique_ptr<Station> c(m_context->load("c"_s, stored));
+            const bool readable = level == Document::ReadAccess;
+            QCOMPARE(c->number(), readable ? 3 : 0);
+            QCOMPARE(c->text() + c->title() + c->d->caption.get(), readable ? "att"_s : ""_s);
+            QCOMPARE(c->d->palette.get().isEmpty(), !readable);
+            QCOMPARE(c->d->prices.object().isEmpty(), !readable);
+            // Storing asks for no access: a reader must not empty what it passes on.
+            for (const QString &key : stored.keys()) {
+                QCOMPARE(c->serialize().value(key), stored.value(key));
+            }
+        }
     }
 
     void storedDataIsNoEdit()
     {
-        const QSignalSpy text(m_document, &ValueDocument::textChanged);
-        const QSignalSpy reported(m_context.get(), &Context::documentChanged);
-        QCOMPARE(m_document->integer(), 7); // the initial value of its class
-        for (int times = 0; times < 2; ++times) {
-            m_document->Document::assignData(R"({"text": "a", "integer": "12"})"_json);
+        const QSignalSpy number(m_station, &Station::numberChanged);
+        m_context->recording = true;
+        QCOMPARE(m_station->number(), 7); // the initial value of its class
+        reload(m_station, R"({"number": "12"})"_json);
+        reload(m_station, R"({"number": 12})"_json);
+        QVERIFY(m_station->number() == 12 && number.count() == 1);
+        QCOMPARE(m_station->text(), "t"_s); // a missing key leaves the value
+        reload(m_station, R"({"number": null})"_json);
+        QVERIFY(m_station->number() == 0 && !m_station->isDirty() && m_context->changes.empty());
+    }
+
+    void editsOfOnePropertyMerge()
+    {
+        m_context->recording = true;
+        m_station->d->prices.set("AT"_s, 5);
+        m_station->d->prices.set("DE"_s, 2);
+        m_station->setText("a"_s);
+        m_station->d->nameless.set("b"_s);
+        const auto &changes = m_context->changes;
+        QVERIFY(changes[0]->uniqueKey() != 0 && changes[0]->uniqueKey() == changes[1]->uniqueKey());
+        QVERIFY(changes[0]->canMergeWith(changes[1].get()));
+        QVERIFY(!changes[1]->canMergeWith(changes[2].get()));
+        QVERIFY(!changes[2]->canMergeWith(changes[3].get()));
+        changes[0]->mergeWith(changes[1].get());
+        changes[0]->unapply();
+        QCOMPARE(m_station->d->prices.object(), R"({"AT": 1})"_json); // the first old value
+        changes[0]->apply();
+        QCOMPARE(m_station->d->prices.object(), R"({"AT": 5, "DE": 2})"_json); // the last new one
+    }
+
+    void reusedAddressDoesNotMergeStrangers()
+    {
+        m_context->recording = true;
+        alignas(Inlined) unsigned char storage[sizeof(Inlined)];
+        for (const int number : { 1, 2 }) {
+            auto *document = new (storage) Inlined(m_context.get());
+            QVERIFY(document->number.set(number));
+            document->~Inlined();
         }
-        QCOMPARE(m_document->integer(), 12);
-        QCOMPARE(text.count(), 1);
-        QVERIFY(!m_document->isDirty());
-        QTRY_COMPARE(reported.count(), 1);
-        // A missing key leaves the value, null is a value.
-        m_document->Document::assignData(R"({"integer": null})"_json);
-        QCOMPARE(m_document->text(), "a"_s);
-        QCOMPARE(m_document->integer(), 0);
-    }
-
-    void lockedDocumentIsSilent()
-    {
-        int notified = 0;
-        m_context->addCreationHandler("values"_s, [&](Document *document) {
-            auto *values = qobject_cast<ValueDocument *>(document);
-            connect(values, &ValueDocument::textChanged, this, [&] { ++notified; });
-            values->d->text.fromJson("a"_s);
-            values->setText(values->text() + "b"_s);
-        });
-        const auto *made = load<ValueDocument>({});
-        QCOMPARE(made->text(), "ab"_s);
-        QCOMPARE(notified, 0);
-        QVERIFY(!made->isDirty());
-    }
-
-    void uiStringFollowsTheLocale()
-    {
-        const QLocale former;
-        QLocale::setDefault(QLocale("de_AT"_s));
-        UiStringProperty &title = m_document->d->title;
-        for (const QString &key : "en _ de de_DE de_AT"_l) { // each a better choice
-            title.insert(key, key);
-            title.insert(key, key); // no edit
-            QCOMPARE(title.get(), key == "en"_s ? QString() : key == "de_DE"_s ? "de"_s : key);
-        }
-        QLocale::setDefault(former);
-        QCOMPARE(m_document->changeSequenceNumber(), 5);
-
-        // A copy takes all texts, and is no edit.
-        auto *other = load<ValueDocument>({});
-        AccessContext::access(other).level = Document::ReadAccess;
-        other->d->title.copy(&title);
-        QCOMPARE(other->d->title.toJson(), title.toJson());
-        QVERIFY(!other->isDirty());
-    }
-
-    void propertyWithoutQtPropertyWorksUnheard()
-    {
-        auto &nameless = m_document->d->nameless;
-        QVERIFY(nameless.set("a"_s));
-        QCOMPARE(nameless.get(), "a"_s);
-        QVERIFY(m_document->isDirty());
-        QVERIFY(!m_document->serialize().contains("nameless"_s));
-        // Neither is what the class declares as not stored.
-        QVERIFY(m_document->d->session.set("s"_s));
-        QVERIFY(!m_document->serialize().contains("session"_s));
+        const auto &changes = m_context->changes;
+        QCOMPARE(changes.at(0)->uniqueKey(), changes.at(1)->uniqueKey());
+        QVERIFY(!changes.at(0)->canMergeWith(changes.at(1).get()));
     }
 
     void recordsOfPropertiesStayInPlace()
     {
-        const PropertyInfo *text = &PropertyInfo::get("text", m_document);
+        const PropertyInfo *text = &PropertyInfo::get("text", m_station);
         for (int number = 0; number < 2000; ++number) { // makes the table grow
-            const QByteArray name = "unknown" + QByteArray::number(number);
-            QCOMPARE(PropertyInfo::get(name, m_document).name(), name);
+            static_cast<void>(PropertyInfo::get(QByteArray::number(number), m_station));
         }
-        QCOMPARE(&PropertyInfo::get("text", m_document), text);
-        QVERIFY(text->signal().isValid());
-        const QByteArray endless(300, 'x');
-        QCOMPARE(PropertyInfo::get(endless, m_document).name(), endless.left(255));
+        QCOMPARE(&PropertyInfo::get("text", m_station), text);
+    }
+
+    void textsAreKeptByLanguage()
+    {
+        Station *a = m_station;
+        QVERIFY(a->setTitle("Guten Tag"_s) && !a->setTitle("Guten Tag"_s));
+        QVERIFY(a->d->title.set("Good\r\nday\n"_s, "en"_s)); // a title is one line
+        QVERIFY(a->setStory("two\nlines"_s));
+        QCOMPARE(a->story(), "two\nlines"_s);
+        const auto stored =
+            R"({"type": "langstring", "items": {"de": "Guten Tag", "en": "Good day "}})"_json;
+        QCOMPARE(a->d->title.toJson(), QJsonValue(stored));
+
+        const int edits = a->changeSequenceNumber();
+        LangString *texts = a->langString("title"_s);
+        texts->setText("Hallo"_s, "de"_s); // around the property
+        QCOMPARE(a->changeSequenceNumber(), edits + 1);
+        QVERIFY(!a->d->story.setLangString(texts)); // it is held already
+        reload(a, { { "title"_s, stored } });       // goes into the same object
+        QCOMPARE(a->langString("title"_s), texts);
+        QCOMPARE(a->title(), "Guten Tag"_s);
+        texts->remove();
+        QVERIFY(a->title().isNull() && !a->attached().contains(texts));
+    }
+
+    void textsFollowTheLocale()
+    {
+        UiStringProperty &caption = m_station->d->caption;
+        QLocale::setDefault(QLocale("de_AT"_s));
+        m_station->setUseLocale(true);
+        for (const QString &key : "_ de de_AT de_DE"_l) { // each a better choice but the last
+            caption.insert(key, key);
+            QCOMPARE(caption.get(), key == "de_DE"_s ? "de_AT"_s : key);
+        }
+        for (const QString &key : "en de de_AT it"_l) {
+            m_station->d->title.set(key, key);
+            QCOMPARE(m_station->title(), key == "it"_s ? "de_AT"_s : key);
+        }
+        QLocale::setDefault(QLocale("fr_FR"_s));
+        QCOMPARE(caption.get() + m_station->langString("title"_s)->localeText(), "_en"_s);
+    }
+
+    // Once a text was the id of a document of its own.
+    void oldFormIsFetched_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("title");
+        const auto row = [](const char *name, int status, const char *body, const QString &title) {
+            QTest::newRow(name) << status << QByteArray(body) << title;
+        };
+        const char *const found = R"({"_id": "x", "type": "langstring", "items": {"de": "Alt"}})";
+        row("found", 200, found, "Alt"_s);
+        row("missing", 404, R"({"error": "not_found"})", QString());
+        row("no JSON", 200, "<html>", QString());
+        row("another type", 200, R"({"type": "note"})", QString());
+    }
+    void oldFormIsFetched()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, title);
+        const LogCapture log;
+        m_couch.answerNext(body, status);
+        Station *a = m_station;
+        reload(a, R"({"title": "a/b?c"})"_json);
+        QCOMPARE(a->d->title.toJson(), QJsonValue("a/b?c"_s)); // nothing is lost meanwhile
+        QTRY_COMPARE(m_couch.openCount(), 0);
+        processEvents();
+        QCOMPARE(m_couch.calls().constLast().url.toString(QUrl::FullyEncoded),
+                 "http://couch.test/db/a%2Fb%3Fc"_s);
+        QCOMPARE(a->title(), title);
+        QCOMPARE(a->isDirty(), !title.isEmpty());
+        QCOMPARE(a->d->title.toJson().isString(), title.isEmpty());
+        a->setTitle("x"_s);
+        a->d->title.clear();
+        QVERIFY(a->d->title.toJson().isNull()); // the old form is forgotten, too
+    }
+
+    void lateAnswersDoNotOverwrite()
+    {
+        m_couch.store(R"({"_id": "old", "type": "langstring", "items": {"de": "Alt"}})"_json);
+        m_couch.hold();
+        for (const QString &id : "edited reloaded emptied deleted"_l) {
+            m_context->load(id, R"({"title": "old"})"_json);
+        }
+        QTRY_COMPARE(m_couch.openCount(), 4);
+        Station *reloaded = m_context->find("reloaded"_s);
+        Station *emptied = m_context->find("emptied"_s);
+        m_context->find("edited"_s)->setTitle("Neu"_s);
+        reload(reloaded, R"({"title": {"type": "langstring", "items": {"de": "Neu"}}})"_json);
+        reload(emptied, R"({"title": null})"_json);
+        delete m_context->find("deleted"_s);
+        m_couch.release();
+        QTRY_COMPARE(m_couch.openCount(), 0);
+        processEvents();
+        QCOMPARE(m_context->find("edited"_s)->title(), "Neu"_s);
+        QVERIFY(reloaded->title() == "Neu"_s && !reloaded->isDirty());
+        QVERIFY(emptied->title().isNull() && !emptied->isDirty());
+        reload(emptied, R"({"title": "old"})"_json);
+        m_context.reset(); // with the request open
+        processEvents();
     }
 
 private:
-    void prepare() override { m_document = load<ValueDocument>({}); }
+    [[nodiscard]] QJsonObject content() const
+    {
+        QJsonObject json = m_station->serialize();
+        json.remove("edited"_s);
+        return json;
+    }
 
-    ValueDocument *m_document = nullptr;
+    FakeCouch m_couch;
+    std::unique_ptr<TestContext> m_context;
+    Station *m_station = nullptr;
 };
 
 QTEST_GUILESS_MAIN(tst_Property)

@@ -29,6 +29,10 @@ constexpr std::chrono::milliseconds batchSlice = 4ms;
 /// Budget of the incubator in one turn of the event loop.
 constexpr std::chrono::milliseconds incubatorSlice = 4ms;
 
+/// Turns in a row after which an object that still wants more counts as a fault of its class when
+/// all waiting work is finished at once. Debug builds stop there.
+constexpr int incubationTurnLimit = 10'000'000;
+
 /// Budget of the graph tasks in one turn of the event loop.
 constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
 
@@ -75,6 +79,24 @@ constexpr int longPollRetryLimit = 5;
 
 /// Between two polls. Shorter shows edits of others sooner and costs as many more requests.
 constexpr std::chrono::milliseconds pollPeriod = 40s;
+/// The memory of the document cache grows by this. Larger copies more when a document comes while
+/// the cache is being written.
+constexpr qint64 cacheSegmentSize = 1024LL * 1024;
+
+/// Garbage in the document cache below which a store does not compact. Larger makes files larger,
+/// smaller copies the cache more often.
+constexpr qint64 cacheGarbageForStore = 256LL * 1024;
+
+/// Garbage, if it is half of the cache as well, that compacts at once. Larger takes more memory in
+/// long runs without a store.
+constexpr qint64 cacheGarbageAtOnce = 64LL * 1024 * 1024;
+
+/// Largest content of the document cache: what one LZ4 block can take. More is not cached.
+constexpr qint64 cacheSizeLimit = 0x7E000000;
+
+/// Age at which a file that a killed writer has left is removed. Smaller may hit a writer that
+/// runs.
+constexpr std::chrono::seconds strayFileAge = 24h;
 
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
@@ -94,5 +116,8 @@ constexpr std::chrono::seconds errorReportDelayAfterFix = 5s;
 /// Each report waits longer by the step than the one before, up to the limit.
 constexpr std::chrono::seconds errorReportStep = 300s;
 constexpr std::chrono::seconds errorReportLimit = 3600s;
+
+/// How often the status of downloads follows them. Shorter moves a progress bar more smoothly.
+constexpr std::chrono::milliseconds downloadTick = 1s;
 
 } // namespace vo::data::tuning

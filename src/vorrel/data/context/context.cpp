@@ -24,6 +24,7 @@ Context::Private::Private(Context *context)
     : q(context)
     , incubator(new DocumentIncubator(context))
     , loadRequests(new LoadRequestBoard(context))
+    , documents(new QObject(context))
 { }
 
 Context::Private::~Private() = default;
@@ -56,10 +57,15 @@ Context::~Context()
     delete std::exchange(d->loadQueue, nullptr);
     d->graphTasks.clear();
     qDeleteAll(std::exchange(d->documentLinks, {}));
+    for (DocumentNode *node : std::as_const(d->documentNodes)) {
+        node->release();
+    }
     qDeleteAll(std::exchange(d->documentNodes, {}));
-    // Documents without a node, such as those that were never initialised. Their destructors still
-    // ask this object whether it is closing, so they cannot wait for the destructor of QObject.
-    qDeleteAll(findChildren<LinkedDocument *>(QString(), Qt::FindDirectChildrenOnly));
+    // All at once: one by one, each document would be looked for among all others. Their
+    // destructors still ask this object whether it is closing, so they cannot wait for the
+    // destructor of QObject.
+    delete std::exchange(d->documents, nullptr);
+    d->destroyJobs();
 }
 
 AccessController *Context::createAccessController(LinkedDocument *document)
@@ -209,6 +215,8 @@ void Context::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() == d->retryTimerId) {
         d->retryErrors();
+    } else if (event->timerId() == d->downloadTimerId) {
+        d->reportDownloads();
     }
 }
 

@@ -32,11 +32,14 @@ class DocumentCache;
 class DocumentNode;
 class DocumentStore;
 class DocumentTask;
+class DownloadStatus;
 class IIncubatable;
 class IUpdateHandler;
+class Job;
 class LinkedDocument;
 class LoadQueue;
 class LoadRequest;
+struct DownloadProgress;
 
 /// One database on one server, and all of its documents that were loaded or made here. Everything
 /// else in the library reaches the database through it.
@@ -53,6 +56,7 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_INTERFACES(QQmlParserStatus)
     QML_NAMED_ELEMENT(Context)
     Q_MOC_INCLUDE("vorrel/data/context/contexterror.h")
+    Q_MOC_INCLUDE("vorrel/data/context/downloadstatus.h")
     Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
     Q_PROPERTY(QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
     Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
@@ -67,6 +71,7 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_PROPERTY(vo::data::ContextError *primaryError READ primaryError NOTIFY primaryErrorChanged)
     Q_PROPERTY(QQmlListProperty<vo::data::ContextError> errors READ errorList NOTIFY errorsChanged)
     Q_PROPERTY(int tryFixRemainingTime READ tryFixRemainingTime NOTIFY tryFixRemainingTimeChanged)
+    Q_PROPERTY(vo::data::DownloadStatus *download READ download NOTIFY downloadChanged)
     Q_PROPERTY(bool hasLocalChanges READ hasLocalChanges NOTIFY hasLocalChangesChanged)
     Q_PROPERTY(QString language READ language CONSTANT)
     Q_PROPERTY(QString country READ country CONSTANT)
@@ -90,6 +95,9 @@ public:
     };
     Q_DECLARE_FLAGS(ContentFetchPolicy, ContentFetchPolicyFlag)
     Q_FLAG(ContentFetchPolicy)
+
+    /// Named so by attachments, too.
+    using DownloadData = DownloadProgress;
 
     explicit Context(QObject *parent = nullptr);
     Context(const QUrl &serviceUrl, const QString &database, QObject *parent = nullptr);
@@ -171,12 +179,16 @@ public:
     /// deleted.
     Q_INVOKABLE [[nodiscard]] vo::data::Document *loadedDocument(const QString &id) const;
 
-    /// True while documents are being loaded.
+    /// True while documents are being loaded or a Job lives.
     [[nodiscard]] bool isBusy() const;
     [[nodiscard]] LoadQueue *loadQueue() const;
 
     /// Null as long as no database is open.
     [[nodiscard]] QSharedPointer<DocumentCache> documentCache() const;
+
+    /// Writes the cache to its file, in the background, if it has changed. Nothing else does: call
+    /// it now and then, and before the program ends.
+    Q_INVOKABLE void persistCache();
     /// @}
 
     /// \name Errors
@@ -198,6 +210,21 @@ public:
 
     /// Milliseconds until tryFixErrors() is called next. Stands still without errors.
     [[nodiscard]] int tryFixRemainingTime() const;
+    /// @}
+
+    /// \name Downloads
+    /// @{
+
+    /// A new download among those that downloadStatus() sums up. The caller keeps the record up to
+    /// date, and gives it to endDownload() whatever becomes of the download.
+    [[nodiscard]] QSharedPointer<DownloadProgress> beginDownload();
+
+    /// \pre \p progress came from beginDownload()
+    void endDownload(const QSharedPointer<DownloadProgress> &progress);
+
+    /// What all downloads come to; null while there are none. Owned by the Context.
+    [[nodiscard]] DownloadStatus *downloadStatus() const;
+    [[nodiscard]] DownloadStatus *download() const;
     /// @}
 
     /// \name Documents
@@ -225,7 +252,8 @@ public:
     void removeDocument(const QString &id);
     void removeDocument(LinkedDocument *document);
 
-    /// Logs how many documents of each type there are, in "vorrel.data.context".
+    /// Logs for support, in "vorrel.data.context": how many documents of each type there are, how
+    /// many inline documents no property holds, and how large the tables and queues are.
     void documentReport() const;
     /// @}
 
@@ -275,6 +303,7 @@ Q_SIGNALS:
 
     /// An upload has ended.
     void saved(bool success);
+    void downloadChanged();
     void documentAdded(vo::data::Document *document);
     void documentRemoved(vo::data::Document *document);
     void documentChanged(vo::data::Document *document);
@@ -296,12 +325,15 @@ private Q_SLOTS:
     void saveFinished();
 
 private:
+    friend class Job;
     friend DocumentStore &documentStore(const Context *context);
 
     void setServiceUrlFromQml(const QUrl &url);
     void setChangeFeedMonitorTypeFromQml(ChangeFeedMonitorType type);
     void openDatabase(const QString &name);
     [[nodiscard]] QQmlListProperty<ContextError> errorList();
+    void addJob(Job *job);
+    void removeJob(Job *job);
 
     struct Private;
     const std::unique_ptr<Private> d;

@@ -8,8 +8,10 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context_p.h>
 #include <vorrel/data/context/documentincubator.h>
+#include <vorrel/data/context/loadqueue.h>
 #include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/documenttasks_p.h>
+#include <vorrel/data/core/inlinedocument.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
@@ -41,6 +43,17 @@ LinkedDocument *keptFromJavaScript(LinkedDocument *document)
         QQmlEngine::setObjectOwnership(document, QQmlEngine::CppOwnership);
     }
     return document;
+}
+
+void reportTypes(const QList<Document *> &documents)
+{
+    QMap<QString, int> counts;
+    for (const Document *document : documents) {
+        ++counts[document->type()];
+    }
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        qCInfo(lcContext) << it.key() << it.value();
+    }
 }
 
 } // namespace
@@ -143,14 +156,21 @@ void Context::updateAccessLevel()
 void Context::documentReport() const
 {
     const QList<Document *> all = documents();
-    QMap<QString, int> counts;
-    for (const Document *document : all) {
-        ++counts[document->type()];
-    }
     qCInfo(lcContext) << "Document report for" << all.size() << "documents";
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        qCInfo(lcContext) << it.key() << it.value();
+    reportTypes(all);
+    QList<Document *> orphans;
+    const auto inlineDocuments = findChildren<InlineDocument *>();
+    for (InlineDocument *document : inlineDocuments) {
+        if (!document->ownerDocument()) {
+            orphans.append(document);
+        }
     }
+    qCInfo(lcContext) << "Orphaned inline documents:" << orphans.size();
+    reportTypes(orphans);
+    qCInfo(lcContext, "Known %d, linked %d, unsaved %d, wanted %d, incubating %d, tasks %d",
+           int(d->documentNodes.size()), int(d->documentLinks.size()),
+           int(d->dirtyDocuments.size()), int(d->loadQueue->wantedDocuments().size()),
+           d->incubator->waitingCount(), int(d->graphTasks.size()));
 }
 
 // Removing documents

@@ -61,6 +61,13 @@ QSharedPointer<DocumentCache> Context::documentCache() const
     return d->cache;
 }
 
+void Context::persistCache()
+{
+    if (d->cache) {
+        d->cache->store();
+    }
+}
+
 bool Context::isBusy() const
 {
     return d->busy;
@@ -72,8 +79,8 @@ void Context::updateBusyState()
         return;
     }
     // Without downloads nobody waits for an incubation, so it does not count.
-    const bool busy =
-        d->loadQueue->isLoading() || (attachmentDownloadEnabled() && d->incubator->isIncubating());
+    const bool busy = d->loadQueue->isLoading() || !d->jobs.isEmpty()
+        || (attachmentDownloadEnabled() && d->incubator->isIncubating());
     if (busy != d->busy) {
         d->busy = busy;
         Q_EMIT busyChanged();

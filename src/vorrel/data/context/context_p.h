@@ -5,6 +5,7 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentcache.h>
+#include <vorrel/data/context/downloadprogress.h>
 #include <vorrel/data/context/loadrequestboard_p.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
@@ -63,6 +64,7 @@ struct Context::Private final : DocumentStore
     bool busy = false;
 
     // Documents
+    QObject *documents; // their parent: a child of the Context, so that they can all go at once
     QHash<QByteArray, DocumentNode *> documentNodes;                                // owned
     QHash<std::pair<DocumentNode *, DocumentNode *>, DocumentEdge *> documentLinks; // owned
     QSet<LinkedDocument *> dirtyDocuments;
@@ -77,6 +79,12 @@ struct Context::Private final : DocumentStore
     int retryTimerId = 0;         // 0 without errors
     qint64 lastRetryTick = 0;     // milliseconds since the epoch
     std::chrono::milliseconds tryFixRemainingTime = tuning::errorRetryPeriod;
+
+    // Jobs and downloads
+    QList<Job *> jobs; // owned
+    QList<QSharedPointer<DownloadProgress>> downloads;
+    DownloadStatus *downloadStatus = nullptr; // child of the Context
+    int downloadTimerId = 0;
 
     // Deferred work
     std::deque<std::unique_ptr<DocumentTask>> graphTasks;
@@ -113,8 +121,12 @@ struct Context::Private final : DocumentStore
     void delayErrorReport(std::chrono::seconds delay);
     void reportErrors();
 
+    void destroyJobs();
+    void reportDownloads();
+
     // DocumentStore
     QObject *object() override;
+    QObject *documentParent() override;
     [[nodiscard]] bool isClosing() const override;
     [[nodiscard]] QString language() const override;
     [[nodiscard]] QUrl serviceUrl() const override;

@@ -27,6 +27,11 @@ QObject *Context::Private::object()
     return q;
 }
 
+QObject *Context::Private::documentParent()
+{
+    return documents;
+}
+
 bool Context::Private::isClosing() const
 {
     return closing;

@@ -4,6 +4,7 @@
 
 #include <vorrel/data/base/clock_p.h>
 #include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/jsonslices_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
@@ -13,6 +14,7 @@
 #include <vorrel/core/postrequest.h>
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
@@ -46,6 +48,30 @@ QStringList inOrder(const QStringList &ids, const QSet<QString> &chosen)
     std::copy_if(ids.begin(), ids.end(), std::back_inserter(result),
                  [&](const QString &id) { return chosen.contains(id); });
     return result;
+}
+
+// The rows of an answer; empty if it is damaged.
+QByteArray rowsOf(const QByteArray &answer)
+{
+    QByteArray rows;
+    JsonSlices members(answer);
+    while (members.next()) {
+        if (members.key() == jsonkeys::rows.data()) {
+            rows = members.value();
+        }
+    }
+    return members.isWhole() ? rows : QByteArray();
+}
+
+// The text of a member of a JSON object; empty if there is none.
+QByteArray memberOf(const QByteArray &object, QLatin1String key)
+{
+    for (JsonSlices members(object); members.next();) {
+        if (members.key() == key.data()) {
+            return members.value();
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -148,14 +174,13 @@ void CouchDBLoader::handleRows(const Batch &batch)
 {
     const QPointer<CouchDBLoader> self(this);
     QSet<QString> unanswered(batch.ids.begin(), batch.ids.end());
-    const QJsonArray rows =
-        batch.request->response(nullptr).toObject().value(jsonkeys::rows).toArray();
-    for (const QJsonValue &value : rows) {
-        const QJsonObject row = value.toObject();
-        const QJsonValue doc = row.value(jsonkeys::doc);
-        const bool missing = doc.isUndefined() || doc.isNull();
-        const QString id =
-            (missing ? row.value(jsonkeys::key) : doc.toObject().value(jsonkeys::id)).toString();
+    const QByteArray answer = batch.request->rawResponse();
+    const QByteArray all = rowsOf(answer);
+    for (JsonSlices rows(all); rows.next();) {
+        const QByteArray doc = memberOf(rows.value(), jsonkeys::doc);
+        const bool missing = doc.isEmpty() || doc == "null";
+        const QString id = JsonSlices::toString(missing ? memberOf(rows.value(), jsonkeys::key)
+                                                        : memberOf(doc, jsonkeys::id));
         if (!unanswered.remove(id)) {
             qCWarning(lcLoadQueue, "Ignoring a row for the document \"%s\" that was not asked for",
                       qPrintable(id));
@@ -163,11 +188,10 @@ void CouchDBLoader::handleRows(const Batch &batch)
         }
         if (missing) {
             Q_EMIT notFound(id);
+        } else if (const QJsonObject document = takeDocument(batch, id, doc); document.isEmpty()) {
+            unanswered.insert(id);
         } else {
-            if (batch.cache) {
-                batch.cache->insert(id, doc.toObject());
-            }
-            Q_EMIT loaded(id, doc.toObject());
+            Q_EMIT loaded(id, document);
         }
         if (!self) {
             return;
@@ -184,6 +208,21 @@ void CouchDBLoader::handleRows(const Batch &batch)
         // The page of some proxy, say. Nothing is known about these documents.
         handleFailure(batch, inOrder(batch.ids, unanswered));
     }
+}
+
+// Parsed once, and cached as the text that came. Empty if it is damaged.
+QJsonObject CouchDBLoader::takeDocument(const Batch &batch, const QString &id,
+                                        const QByteArray &json)
+{
+    QJsonObject document =
+        batch.cache ? batch.cache->insert(id, json) : QJsonDocument::fromJson(json).object();
+    if (document.value(jsonkeys::id).toString() != id) {
+        if (batch.cache) {
+            batch.cache->invalidate(id);
+        }
+        document = QJsonObject();
+    }
+    return document;
 }
 
 void CouchDBLoader::handleFailure(const Batch &batch, const QStringList &ids)

@@ -33,6 +33,7 @@ private:
     void flush();
     void handleAnswer(const Batch &batch);
     void handleRows(const Batch &batch);
+    static QJsonObject takeDocument(const Batch &batch, const QString &id, const QByteArray &json);
     void handleFailure(const Batch &batch, const QStringList &ids);
 
     const std::unique_ptr<Private> d;

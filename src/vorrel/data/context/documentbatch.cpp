@@ -25,6 +25,18 @@ void DocumentBatch::enter(const QString &id, const Context *context)
     }
 }
 
+void DocumentBatch::follow(const QString &reference, const QString &source, const Context *context)
+{
+    if (reference == source) {
+        qCWarning(lcLoadQueue) << "Document" << source << "references itself";
+    } else if (!m_entered.contains(reference)) {
+        enter(reference, context);
+    } else if (m_documents.contains(reference) && ++m_cycles == 1) { // it is on the way to here
+        qCWarning(lcLoadQueue) << "Document" << source << "references" << reference
+                               << "which leads back to it";
+    }
+}
+
 bool DocumentBatch::addNext(Context *context)
 {
     for (;;) {
@@ -39,11 +51,7 @@ bool DocumentBatch::addNext(Context *context)
             break;
         }
         const QString reference = visit.references.at(visit.next++).toString();
-        if (reference == visit.id) {
-            qCWarning(lcLoadQueue) << "Document" << visit.id << "references itself";
-        } else {
-            enter(reference, context);
-        }
+        follow(reference, QString(visit.id), context);
     }
     // The state is complete before the Context tells anybody of the document.
     const QString id = m_path.back().id;
@@ -66,6 +74,9 @@ void DocumentBatch::report() const
 {
     qCInfo(lcLoadQueue) << "Loaded" << m_loaded << "documents:" << m_cached << "cached,"
                         << m_loaded - m_cached << "remote in" << m_elapsed.elapsed() << "msecs";
+    if (m_cycles > 1) {
+        qCWarning(lcLoadQueue) << m_cycles << "references of these documents close cycles";
+    }
 }
 
 } // namespace vo::data

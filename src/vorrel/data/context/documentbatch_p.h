@@ -18,7 +18,7 @@ class Context;
 
 /// Documents that arrived together with all that they refer to, and are put into the Context one by
 /// one, referenced ones first. References come from the database and may form cycles: a document
-/// that is reached a second time on its own way is not waited for.
+/// that is reached a second time on its own way is not waited for, which is logged as a warning.
 class DocumentBatch
 {
 public:
@@ -33,7 +33,7 @@ public:
     /// The ids that are not in the Context yet.
     [[nodiscard]] QSet<QString> remaining() const;
 
-    /// Logs what was loaded and how long it took.
+    /// Logs what was loaded and how long it took, and how many references close cycles.
     void report() const;
 
 private:
@@ -45,6 +45,7 @@ private:
     };
 
     void enter(const QString &id, const Context *context);
+    void follow(const QString &reference, const QString &source, const Context *context);
 
     QHash<QString, QJsonObject> m_documents; // to be added
     QStringList m_order;
@@ -54,6 +55,7 @@ private:
     QElapsedTimer m_elapsed;
     int m_loaded = 0;
     int m_cached = 0;
+    int m_cycles = 0;
 };
 
 } // namespace vo::data

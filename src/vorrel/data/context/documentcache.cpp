@@ -2,10 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/context/documentcache.h>
 
+#include <vorrel/core/locations.h>
 #include <vorrel/data/base/clock_p.h>
+#include <vorrel/data/base/durablefile_p.h>
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/context/cachefile_p.h>
+#include <vorrel/data/context/cachetable_p.h>
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QHash>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QWeakPointer>
 
@@ -19,7 +26,42 @@ quint32 minutesNow()
     return quint32(Clock::instance().currentMSecsSinceEpoch() / msecsPerMinute);
 }
 
+std::string_view view(const QByteArray &bytes)
+{
+    return { bytes.constData(), size_t(bytes.size()) };
+}
+
+// One name, whatever the database is called. The names that CouchDB allows stay, but for a slash.
+QString directoryName(const QString &database)
+{
+    constexpr std::string_view kept = "abcdefghijklmnopqrstuvwxyz0123456789_$()+-";
+    QByteArray name;
+    for (const char byte : database.toUtf8()) {
+        if (kept.find(byte) != std::string_view::npos) {
+            name += byte;
+        } else {
+            name += '%' + QByteArray(1, byte).toHex().toUpper();
+        }
+    }
+    return name.isEmpty() ? QStringLiteral("%") : QString::fromLatin1(name);
+}
+
 } // namespace
+
+struct DocumentCache::Private
+{
+    const QString database;
+    CacheTable table {};
+    bool dirty = false;
+    bool full = false; // and this has been told
+
+    [[nodiscard]] int find(const QString &id) const { return table.find(view(id.toLatin1())); }
+
+    QJsonObject read(int position);
+    void put(const QString &id, const QByteArray &json);
+    void remove(int position);
+    void compact();
+};
 
 QSharedPointer<DocumentCache> DocumentCache::getCache(const QString &database)
 {
@@ -27,19 +69,66 @@ QSharedPointer<DocumentCache> DocumentCache::getCache(const QString &database)
     QWeakPointer<DocumentCache> &known = caches[database];
     QSharedPointer<DocumentCache> cache = known.toStrongRef();
     if (!cache) {
-        cache = QSharedPointer<DocumentCache>::create();
+        cache = QSharedPointer<DocumentCache>::create(database);
+        cache->load();
         known = cache;
     }
     return cache;
 }
 
-DocumentCache::DocumentCache() = default;
+DocumentCache::DocumentCache(const QString &database)
+    : d(new Private { database })
+{ }
 
 DocumentCache::~DocumentCache() = default;
 
+// The file
+
+QString DocumentCache::cacheFile() const
+{
+    const QString directory = Locations::cacheLocation().filePath(directoryName(d->database));
+    durablefile::makeDirectory(directory);
+    return directory + QStringLiteral("/docs.cache");
+}
+
+void DocumentCache::load()
+{
+    d->table = cachefile::load(cacheFile());
+    d->dirty = false;
+}
+
+void DocumentCache::store()
+{
+    if (!d->dirty) {
+        return;
+    }
+    compact();
+    d->dirty = false;
+    cachefile::store(cacheFile(), d->table.snapshot());
+}
+
+void DocumentCache::compact()
+{
+    if (d->table.garbage() >= tuning::cacheGarbageForStore) {
+        d->compact();
+    }
+}
+
+void DocumentCache::Private::compact()
+{
+    QElapsedTimer timer;
+    timer.start();
+    const qint64 former = table.blockSize();
+    table.compact();
+    qCInfo(lcDocCache, "Finished cache compaction in %lld msecs, dropped %d bytes", timer.elapsed(),
+           int(former - table.blockSize()));
+}
+
+// Documents
+
 bool DocumentCache::contains(const QString &id) const
 {
-    return m_entries.contains(id);
+    return d->find(id) >= 0;
 }
 
 QJsonObject DocumentCache::insert(const QString &id, const QByteArray &json)
@@ -51,60 +140,76 @@ QJsonObject DocumentCache::insert(const QString &id, const QByteArray &json)
         qCCritical(lcDocCache, "Failed to parse JSON: %s", qPrintable(error.errorString()));
         return {};
     }
-    store(id, json);
+    d->put(id, json);
     return document.object();
 }
 
 void DocumentCache::insert(const QString &id, const QJsonObject &object)
 {
     qCDebug(lcDocCache, "Inserting document %s into cache", qPrintable(id));
-    store(id, QJsonDocument(object).toJson(QJsonDocument::Compact));
+    d->put(id, QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-void DocumentCache::store(const QString &id, const QByteArray &json)
+void DocumentCache::Private::put(const QString &id, const QByteArray &json)
 {
     const QByteArray key = id.toLatin1();
-    m_entries.insert(
-        id, { minutesNow(), quint32(m_data.size()), quint32(key.size()), quint32(json.size()) });
-    m_data.append(key);
-    m_data.append(json);
+    dirty = true;
+    const qint64 record = key.size() + json.size();
+    const bool fits = table.blockSize() + record <= tuning::cacheSizeLimit;
+    if (!fits && table.blockSize() - table.garbage() + record <= tuning::cacheSizeLimit) {
+        compact();
+    } else if (!fits) {
+        if (!std::exchange(full, true)) {
+            qCWarning(lcDocCache, "The cache is full, document %s is not cached", qPrintable(id));
+        }
+        remove(table.find(view(key))); // or the former one would be taken for this one
+        return;
+    }
+    table.insert(view(key), view(json), minutesNow());
+    if (table.garbage() > tuning::cacheGarbageAtOnce && table.garbage() > table.blockSize() / 2) {
+        compact();
+    }
 }
 
 QJsonObject DocumentCache::find(const QString &id)
 {
-    const auto entry = m_entries.find(id);
-    if (entry == m_entries.end()) {
+    const int position = d->find(id);
+    if (position < 0) {
         qCDebug(lcDocCache, "Cache miss for document %s", qPrintable(id));
         return {};
     }
     qCDebug(lcDocCache, "Found document %s in cache", qPrintable(id));
-    return read(entry);
+    return d->read(position);
 }
 
 QList<QJsonObject> DocumentCache::find(const QStringList &ids)
 {
     QList<QJsonObject> objects;
     for (const QString &id : ids) {
-        const auto entry = m_entries.find(id);
-        if (entry != m_entries.end()) {
-            objects.append(read(entry));
+        const int position = d->find(id);
+        if (position >= 0) {
+            objects.append(d->read(position));
         }
     }
     return objects;
 }
 
-QJsonObject DocumentCache::read(Entries::iterator entry)
+QJsonObject DocumentCache::Private::read(int position)
 {
-    const QByteArray json = QByteArray::fromRawData(
-        m_data.constData() + entry->offset + entry->idSize, int(entry->dataSize));
+    const std::string_view json = table.json(position);
     QJsonParseError error;
-    QJsonObject object = QJsonDocument::fromJson(json, &error).object();
-    if (error.error != QJsonParseError::NoError) {
-        qCCritical(lcDocCache, "Failed to parse JSON: %s", qPrintable(error.errorString()));
-        m_entries.erase(entry);
+    QJsonDocument document =
+        QJsonDocument::fromJson(QByteArray::fromRawData(json.data(), int(json.size())), &error);
+    if (!document.isObject()) {
+        qCCritical(lcDocCache, "Failed to parse JSON: %s",
+                   error.error == QJsonParseError::NoError ? "not an object"
+                                                           : qPrintable(error.errorString()));
+        table.remove(position);
         return {};
     }
-    entry->accessTime = minutesNow();
+    table.setAccessTime(position, minutesNow());
+    QJsonObject object = document.object();
+    document = QJsonDocument(); // so that the mark does not copy the whole object
     object.insert(jsonkeys::wasCached, true);
     return object;
 }
@@ -112,16 +217,24 @@ QJsonObject DocumentCache::read(Entries::iterator entry)
 void DocumentCache::invalidate(const QString &id)
 {
     qCDebug(lcDocCache, "Invalidating cache entry for %s", qPrintable(id));
-    m_entries.remove(id);
+    d->remove(d->find(id));
+    d->dirty = true;
+}
+
+void DocumentCache::Private::remove(int position)
+{
+    if (position >= 0) {
+        table.remove(position);
+    }
 }
 
 void DocumentCache::invalidate(const QString &id, const QString &revision)
 {
-    const auto entry = m_entries.find(id);
-    if (entry == m_entries.end()) {
+    const int position = d->find(id);
+    if (position < 0) {
         return;
     }
-    const QJsonObject object = read(entry);
+    const QJsonObject object = d->read(position);
     if (!object.isEmpty() && object.value(jsonkeys::revision).toString() != revision) {
         invalidate(id);
     }

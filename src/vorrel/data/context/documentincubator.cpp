@@ -131,7 +131,12 @@ void DocumentIncubator::finishIncubation()
         return;
     }
     const QPointer<DocumentIncubator> self(this);
+    const IIncubatable *last = nullptr;
+    int turns = 0;
     while (self && !m_queue.empty()) {
+        turns = m_queue.front() == last ? turns + 1 : 0;
+        last = m_queue.front();
+        Q_ASSERT_X(turns < tuning::incubationTurnLimit, "finishIncubation", "there is no progress");
         if (auto *done = dynamic_cast<DocumentReferenceIncubator *>(serveNext())) {
             m_drained.emplace_back(done);
         }

@@ -31,6 +31,9 @@ public:
 
     [[nodiscard]] bool isIncubating() const { return m_incubating; }
 
+    /// How many objects wait.
+    [[nodiscard]] int waitingCount() const { return int(m_queue.size()); }
+
 Q_SIGNALS:
     void incubatingChanged();
 

@@ -16,8 +16,9 @@ namespace vo::data {
 ///   failure), 8 (network session failed), 9 (background request not allowed) or 99 (unknown);
 /// - 999 for everything else.
 ///
-/// Its text is that of the id "error.network." and the code. The texts of the library have the
-/// statuses that HTTP names, and take another one for 400 if it is below 500, and else for 500.
+/// Its text is that of the id "error.network." and the code. The library has texts for the codes
+/// below 400, for 999 and for the common statuses; a status without one takes that of 400, or from
+/// 500 on that of 500.
 class VORREL_DATACORE_EXPORT NetworkError : public vo::data::ContextError
 {
     Q_OBJECT

@@ -124,6 +124,24 @@ void Document::setUseLocale(bool useLocale)
     d->useLocale = useLocale;
 }
 
+bool Document::complete(const QJsonObject &json)
+{
+    const QPointer<Document> self(this);
+    lock();
+    executePostRoutines();
+    assignData(json);
+    if (self) {
+        convert(json);
+    }
+    if (self) {
+        initialize();
+    }
+    if (self) {
+        unlock();
+    }
+    return !self.isNull();
+}
+
 void Document::lock()
 {
     d->locked = true;

@@ -274,6 +274,12 @@ private:
     void addReferencingDocument(Document *document);
     void removeReferencingDocument(Document *document);
     void leaveAttachments();
+
+    /// The way of a new object with stored data to its end. False if a slot destroyed it.
+    bool complete(const QJsonObject &json);
+
+    /// Takes the value of every property from \p source. \pre both are of the same class
+    void copyProperties(Document *source);
     void lock();
     void unlock();
     [[nodiscard]] bool isLocked() const;

@@ -60,6 +60,15 @@ bool Document::hasProperty(const QString &name) const
     return metaObject()->indexOfProperty(name.toLatin1().constData()) >= 0;
 }
 
+void Document::copyProperties(Document *source)
+{
+    lock();
+    for (const PropertyBase *property : source->properties()) {
+        copyProperty(QString::fromLatin1(property->name()), source);
+    }
+    unlock();
+}
+
 void Document::copyProperty(const QString &name, Document *source)
 {
     PropertyBase *property = propertyValue(name);

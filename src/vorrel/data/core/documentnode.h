@@ -53,6 +53,8 @@ public:
 private:
     friend class Context;
 
+    /// Leaves the document to its parent.
+    void release() { m_document = nullptr; }
     void addIncomingEdge(DocumentEdge *edge) { m_incoming.append(edge); }
     void addOutgoingEdge(DocumentEdge *edge) { m_outgoing.append(edge); }
     void removeIncomingEdge(DocumentEdge *edge) { m_incoming.removeOne(edge); }

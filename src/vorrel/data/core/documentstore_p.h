@@ -30,8 +30,11 @@ class DocumentStore
 public:
     virtual ~DocumentStore() = default;
 
-    /// The Context as an object: parent of documents, and where a change recorder is looked for.
+    /// The Context as an object: where a change recorder is looked for.
     virtual QObject *object() = 0;
+
+    /// The parent of all linked documents, a child of the Context.
+    virtual QObject *documentParent() = 0;
 
     /// True while the Context is being destroyed: documents then leave everything as it is.
     [[nodiscard]] virtual bool isClosing() const = 0;

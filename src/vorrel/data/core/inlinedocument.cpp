@@ -35,25 +35,13 @@ InlineDocument::~InlineDocument()
 InlineDocument *InlineDocument::create(const QJsonObject &json, Document *parent)
 {
     const QString type = json.value(jsonkeys::type).toString();
-    const QPointer<InlineDocument> document(TypeRegistry::instance().createInline(type, parent));
+    InlineDocument *document = TypeRegistry::instance().createInline(type, parent);
     if (!document) {
         qCWarning(lcData, "Document %s holds an inline document of the unknown type \"%s\"",
                   parent->id().constData(), qPrintable(type));
         return nullptr;
     }
-    document->lock();
-    document->executePostRoutines();
-    document->assignData(json);
-    if (document) {
-        document->convert(json);
-    }
-    if (document) {
-        document->initialize();
-    }
-    if (document) {
-        document->unlock();
-    }
-    return document;
+    return document->complete(json) ? document : nullptr;
 }
 
 InlineDocument *InlineDocument::create(const QString &type, Document *parent)
@@ -80,11 +68,7 @@ InlineDocument *InlineDocument::copy(Document *parent)
     if (!document) {
         return nullptr;
     }
-    document->lock();
-    for (const PropertyBase *property : properties()) {
-        document->copyProperty(QString::fromLatin1(property->name()), this);
-    }
-    document->unlock();
+    document->copyProperties(this);
     return document;
 }
 

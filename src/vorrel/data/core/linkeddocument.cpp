@@ -37,7 +37,7 @@ LinkedDocument::Private::Private(LinkedDocument *document, Context *owner)
 { }
 
 LinkedDocument::LinkedDocument(Context *context)
-    : Document(documentStore(context).object())
+    : Document(documentStore(context).documentParent())
     , d(new Private(this, context))
 { }
 

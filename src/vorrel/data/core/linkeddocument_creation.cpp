@@ -42,24 +42,8 @@ LinkedDocument *LinkedDocument::create(const QJsonObject &json, Context *context
     if (!acceptsId(json.value(jsonkeys::id).toString())) {
         return nullptr;
     }
-    const QPointer<LinkedDocument> document(
-        createInternal(json.value(jsonkeys::type).toString(), context));
-    if (!document) {
-        return nullptr;
-    }
-    document->lock();
-    document->executePostRoutines();
-    document->assignData(json);
-    if (document) {
-        document->convert(json);
-    }
-    if (document) {
-        document->initialize();
-    }
-    if (document) {
-        document->unlock();
-    }
-    return document;
+    LinkedDocument *document = createInternal(json.value(jsonkeys::type).toString(), context);
+    return document && document->complete(json) ? document : nullptr;
 }
 
 LinkedDocument *LinkedDocument::create(const QString &type, Context *context)
@@ -135,11 +119,7 @@ LinkedDocument *LinkedDocument::copy()
     if (!document || !self) {
         return document;
     }
-    document->lock();
-    for (const PropertyBase *property : properties()) {
-        document->copyProperty(QString::fromLatin1(property->name()), this);
-    }
-    document->unlock();
+    document->copyProperties(this);
     document->d->data = d->data;
     document->recountReferences();
     if (!document || !self) {

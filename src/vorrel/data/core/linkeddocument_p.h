@@ -14,19 +14,28 @@
 
 namespace vo::data {
 
-/// Calls \p function with the struct, the field and the value of each field in free-form data.
+/// Calls \p function for each text in the structs of free-form data, with the text and iterators at
+/// its struct and its field. Every document is walked when it is built, so that a key is only made
+/// into a string if somebody wants it.
 template <typename Function>
-void forEachStructField(const QJsonObject &data, Function function)
+void forEachStructText(const QJsonObject &data, Function function)
 {
     for (auto it = data.begin(); it != data.end(); ++it) {
         if (it.key().startsWith(jsonkeys::structPrefix)) {
-            const QString key = it.key().mid(jsonkeys::structPrefix.size());
             const QJsonObject fields = it.value().toObject();
             for (auto field = fields.begin(); field != fields.end(); ++field) {
-                function(key, field.key(), field.value());
+                if (field.value().isString()) {
+                    function(field.value().toString(), it, field);
+                }
             }
         }
     }
+}
+
+/// The name of the struct that the iterator of forEachStructText() is at.
+inline QString structName(QJsonObject::const_iterator it)
+{
+    return it.key().mid(jsonkeys::structPrefix.size());
 }
 
 struct LinkedDocument::Private

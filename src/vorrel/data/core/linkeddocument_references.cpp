@@ -152,12 +152,11 @@ void LinkedDocument::purgeReference(const QObject *object)
     const QPointer<LinkedDocument> self(this);
     const QString text = encodeReference(object);
     const QJsonObject data = d->data; // which changes below
-    forEachStructField(data,
-                       [&](const QString &key, const QString &field, const QJsonValue &value) {
-                           if (self && value.toString() == text) {
-                               setStructValue(key, field, QJsonValue::Null);
-                           }
-                       });
+    forEachStructText(data, [&](const QString &value, auto structure, auto field) {
+        if (self && value == text) {
+            setStructValue(structName(structure), field.key(), QJsonValue::Null);
+        }
+    });
 }
 
 // Attaching

@@ -76,8 +76,9 @@ void LinkedDocument::assignData(const QJsonObject &object)
     if (self && object.value(jsonkeys::wasCached).toBool()) {
         markAsCached();
     }
-    if (self && object.contains(jsonkeys::customData)) {
-        assignCustomData(object.value(jsonkeys::customData).toObject());
+    const QJsonValue data = object.value(jsonkeys::customData);
+    if (self && !data.isUndefined()) {
+        assignCustomData(data.toObject());
     }
     if (self && accessController()->setParameters(object.value(jsonkeys::accessControl))) {
         scheduleAccessLevelUpdate();

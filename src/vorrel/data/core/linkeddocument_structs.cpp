@@ -113,8 +113,7 @@ void LinkedDocument::writeStructValue(const QString &key, const QString &field,
 void LinkedDocument::recountReferences()
 {
     QHash<QString, int> counts;
-    forEachStructField(d->data, [&](const QString &, const QString &, const QJsonValue &value) {
-        const QString text = value.toString();
+    forEachStructText(d->data, [&](const QString &text, auto...) {
         if (referenceType(std::get<int>(referenceData(text)))) {
             ++counts[text];
         }
@@ -139,12 +138,11 @@ void LinkedDocument::clearStructReferences()
 {
     const QPointer<LinkedDocument> self(this);
     const QJsonObject data = d->data;
-    forEachStructField(data,
-                       [&](const QString &key, const QString &field, const QJsonValue &value) {
-                           if (self && isReference(value.toString())) {
-                               setStructValue(key, field, QJsonValue::Null);
-                           }
-                       });
+    forEachStructText(data, [&](const QString &text, auto structure, auto field) {
+        if (self && isReference(text)) {
+            setStructValue(structName(structure), field.key(), QJsonValue::Null);
+        }
+    });
 }
 
 void LinkedDocument::aggregateReferences(QSet<QString> &ids) const

@@ -7,7 +7,8 @@
 #include <vorrel/data/changefeed/nullchangefeedmonitor.h>
 #include <vorrel/data/changefeed/pollingchangefeedmonitor.h>
 #include <vorrel/data/context/context.h>
-#include <vorrel/data/context/networkerror.h>
+#include <vorrel/data/context/contexterror.h>
+#include <vorrel/data/context/downloadstatus.h>
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
@@ -22,6 +23,7 @@
 #include <vorrel/data/documents/producttag.h>
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
+#include <vorrel/data/module/texts_p.h>
 #include <vorrel/data/properties/langstring.h>
 
 #include <QtQml/qqml.h>
@@ -87,8 +89,9 @@ void _vo_data_registerTypesdata_core()
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerMonitors();
+        vo::data::Texts::install();
         vo::data::registerPropertyTypes<
-            vo::data::Context, vo::data::ContextError, vo::data::NetworkError, vo::data::Document,
+            vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch>();
     });
 }

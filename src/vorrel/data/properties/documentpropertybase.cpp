@@ -52,6 +52,11 @@ void DocumentPropertyBase::applyEdit(std::function<bool(bool)> assign)
         }));
 }
 
+bool DocumentPropertyBase::deliverNotification()
+{
+    return !std::exchange(m_untold, false) || notify();
+}
+
 // Linked documents
 
 // The handler goes first: nothing is left to do when a slot has destroyed the document.

@@ -65,6 +65,13 @@ protected:
     /// Ceases to hold \p document without telling anybody: for destructors.
     static void disown(InlineDocument *document);
 
+    /// For a value that reading has just built: whoever reads it, perhaps a binding, must not be
+    /// told inside the read, so that the next turn of the incubator tells.
+    void notifyLater() { m_untold = true; }
+
+    /// Tells what notifyLater() put off. False if a slot destroyed the document.
+    bool deliverNotification();
+
     /// Leaves \p target without touching this property's own document: for destructors.
     void abandon(Document *target);
 
@@ -84,6 +91,8 @@ private:
 
     /// Somebody destroyed an inline document that this property holds.
     virtual void inlineDocumentDestroyed(InlineDocument *document);
+
+    bool m_untold = false;
 };
 
 /// Keeps an inline document that left its property for as long as a change may bring it back.

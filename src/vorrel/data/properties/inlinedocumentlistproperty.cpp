@@ -48,6 +48,9 @@ bool InlineDocumentListPropertyBase::incubate(Context * /*context*/)
     if (m_loader) {
         makeNext();
     }
+    if (guard && !m_loader) {
+        deliverNotification();
+    }
     return guard && m_loader;
 }
 
@@ -75,7 +78,7 @@ void InlineDocumentListPropertyBase::commit()
     const QList<QPointer<InlineDocument>> made(m_loader->made.cbegin(), m_loader->made.cend());
     m_loader.reset();
     if (replace(made)) {
-        notify();
+        notifyLater();
     }
 }
 

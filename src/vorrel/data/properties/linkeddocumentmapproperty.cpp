@@ -45,6 +45,9 @@ bool LinkedDocumentMapPropertyBase::incubate(Context * /*context*/)
     if (!m_pendingIds.isEmpty()) {
         buildNext();
     }
+    if (guard && m_pendingIds.isEmpty()) {
+        deliverNotification();
+    }
     return guard && !m_pendingIds.isEmpty();
 }
 
@@ -62,8 +65,8 @@ void LinkedDocumentMapPropertyBase::buildNext()
     if (document && accepts(document)) {
         m_built.insert(key, document);
     }
-    if (m_pendingIds.isEmpty()) {
-        assign(std::exchange(m_built, {}));
+    if (m_pendingIds.isEmpty() && exchange(std::exchange(m_built, {}))) {
+        notifyLater();
     }
 }
 
@@ -85,6 +88,12 @@ const LinkedDocumentMapPropertyBase::Targets &LinkedDocumentMapPropertyBase::tar
 // Data and edits alike end here. False when nothing changed or a slot destroyed the document.
 bool LinkedDocumentMapPropertyBase::assign(const Targets &targets)
 {
+    return exchange(targets) && notify();
+}
+
+// The same without telling.
+bool LinkedDocumentMapPropertyBase::exchange(const Targets &targets)
+{
     if (targets == m_targets) {
         return false;
     }
@@ -101,7 +110,7 @@ bool LinkedDocumentMapPropertyBase::assign(const Targets &targets)
             detach(target);
         }
     }
-    return guard && notify();
+    return !guard.isNull();
 }
 
 QJsonValue LinkedDocumentMapPropertyBase::toJson() const

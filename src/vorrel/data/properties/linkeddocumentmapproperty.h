@@ -44,6 +44,7 @@ private:
     void finishLoading() const;
     void buildNext();
     bool assign(const Targets &targets);
+    bool exchange(const Targets &targets);
     bool edit(const Targets &targets);
 
     Targets m_targets;

@@ -39,7 +39,11 @@ void LinkedDocumentPropertyBase::fromJson(const QJsonValue &json)
 
 bool LinkedDocumentPropertyBase::incubate(Context * /*context*/)
 {
+    const QPointer<Document> guard(d_());
     resolve();
+    if (guard) {
+        deliverNotification();
+    }
     return false;
 }
 
@@ -55,7 +59,9 @@ void LinkedDocumentPropertyBase::resolve()
     LinkedDocument *document = node ? node->document() : nullptr;
     if (guard && m_pendingId == id) {
         m_pendingId.clear();
-        assign(document && accepts(document) ? document : nullptr);
+        if (exchange(document && accepts(document) ? document : nullptr)) {
+            notifyLater();
+        }
     }
 }
 
@@ -74,6 +80,12 @@ LinkedDocument *LinkedDocumentPropertyBase::orFallback(LinkedDocument *target) c
 // Data and edits alike end here. False when nothing changed, or when a slot destroyed the document.
 bool LinkedDocumentPropertyBase::assign(LinkedDocument *target)
 {
+    return exchange(target) && notify();
+}
+
+// The same without telling.
+bool LinkedDocumentPropertyBase::exchange(LinkedDocument *target)
+{
     target = orFallback(target);
     if (target == m_current) {
         return false;
@@ -86,7 +98,7 @@ bool LinkedDocumentPropertyBase::assign(LinkedDocument *target)
     if (guard && m_current && m_current == target) {
         attach(target);
     }
-    return guard && notify();
+    return !guard.isNull();
 }
 
 bool LinkedDocumentPropertyBase::setTarget(LinkedDocument *target)

@@ -40,6 +40,7 @@ private:
     void resolve();
     [[nodiscard]] LinkedDocument *orFallback(LinkedDocument *target) const;
     bool assign(LinkedDocument *target);
+    bool exchange(LinkedDocument *target);
     [[nodiscard]] QString storedId() const;
 
     QPointer<LinkedDocument> m_current;

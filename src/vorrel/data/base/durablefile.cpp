@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/base/durablefile_p.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace vo::data::durablefile {
+
+namespace {
+
+#ifdef Q_OS_UNIX
+
+// Some file systems cannot do this and say so; there is nothing more to be had from them.
+bool sync(int descriptor)
+{
+    return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+// The file has its name already, so that a failure only means that a loss of power may undo it.
+void syncDirectory(const QString &path)
+{
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        sync(descriptor);
+        close(descriptor);
+    }
+}
+
+#else
+
+bool sync(int)
+{
+    return true; // QSaveFile asks for it
+}
+
+void syncDirectory(const QString &) { }
+
+#endif
+
+} // namespace
+
+bool makeDirectory(const QString &path)
+{
+    const QString parent = QFileInfo(path).path();
+    if (!QFileInfo::exists(path)
+        && ((!QFileInfo::exists(parent) && !makeDirectory(parent)) || !QDir().mkdir(path))) {
+        return false;
+    }
+    return QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+bool open(QSaveFile &file)
+{
+    return file.open(QIODevice::WriteOnly)
+        && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+bool commit(QSaveFile &file)
+{
+    // QSaveFile syncs as well, but does not look whether that worked.
+    if (!file.flush() || !sync(file.handle())) {
+        file.cancelWriting();
+    }
+    if (!file.commit()) {
+        return false;
+    }
+    syncDirectory(QFileInfo(file.fileName()).path());
+    return true;
+}
+
+} // namespace vo::data::durablefile

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorrel/data/datacoreexport.h>
+
+#include <QtCore/QString>
+
+QT_BEGIN_NAMESPACE
+class QSaveFile;
+QT_END_NAMESPACE
+
+/// Files that hold the content of a database. They are for the current user alone, and are replaced
+/// as a whole or not at all: whatever happens, a crash or a loss of power included, the next start
+/// finds the former file or the new one.
+namespace vo::data::durablefile {
+
+/// Makes the directory \p path, and those above it that are missing, for the current user alone.
+/// An existing one is closed to others.
+bool makeDirectory(const QString &path);
+
+/// Opens \p file for writing.
+bool open(QSaveFile &file);
+
+/// Puts \p file in the place of the former one, once all of it is on the disk. False, and the
+/// former file stays, if this or any write before has failed.
+bool commit(QSaveFile &file);
+
+} // namespace vo::data::durablefile
