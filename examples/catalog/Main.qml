@@ -26,6 +26,7 @@ ApplicationWindow {
         id: context
         serviceUrl: window.serviceUrl
         database: window.database
+        followsRemoteEdits: true
     }
 
     // The next start may be without a network. Nothing is written if nothing has changed.

@@ -70,6 +70,7 @@ ContextFixture::ContextFixture(data::Context *context)
     Locations::setCacheLocation(m_cache.path());
     m_context->setServiceUrl(QUrl("http://couch.test:5984"_s));
     m_context->setNetworkAccessManager(&m_couch);
+    m_context->setChangeFeedMonitorType(data::Context::NullMonitor);
     m_context->setDatabase("test-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces));
 }
 

@@ -16,7 +16,8 @@
 namespace vo::test {
 
 /// A Context on a database in memory, with a database name and a cache location of its own. Its
-/// load queue ticks only when it is told to, so that nothing depends on time.
+/// load queue ticks only when it is told to, so that nothing depends on time, and no change feed
+/// is open.
 class ContextFixture
 {
 public:

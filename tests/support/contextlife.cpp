@@ -52,9 +52,11 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
     };
     const std::vector<std::function<void()>> steps {
         [&] { fixture->setProperty("serviceUrl", QUrl("http://new.test"_s)); },
-        [&] { fixture->setProperty("changeFeedMonitorType", Context::NullMonitor); },
+        [&] { fixture->setProperty("changeFeedMonitorType", Context::PollingMonitor); },
         [&] { fixture->setAttachmentDownloadEnabled(true); },
         [&] { fixture->setDatabase("second"_s); },
+        [&] { fixture->setFollowsRemoteEdits(true); },
+        [&] { QMetaObject::invokeMethod(fixture.context(), "saveFinished"); },
         [&] { fixture->incubate(&patient); },
         [&] { hook(fixture->loadDocument("a"_s)); },
         [&] { static_cast<void>(fixture.finishLoading()); },

@@ -53,12 +53,14 @@ public:
         }
         context.setServiceUrl(server.serviceUrl());
         context.setNetworkAccessManager(&m_manager);
+        context.setChangeFeedMonitorType(monitorType);
         context.setDatabase(server.database());
         return true;
     }
 
     DevServer server;
     data::Context context;
+    data::Context::ChangeFeedMonitorType monitorType = data::Context::NullMonitor;
     QStringList order; // of the nodes that came
     const QList<QStringList> &batches = m_manager.batches;
 };

@@ -34,6 +34,17 @@ constexpr QLatin1String rows("rows");
 constexpr QLatin1String key("key");
 constexpr QLatin1String doc("doc");
 
+// Change feed and revisions
+constexpr QLatin1String sequence("seq");
+constexpr QLatin1String lastSequence("last_seq");
+constexpr QLatin1String results("results");
+constexpr QLatin1String recordId("id");
+constexpr QLatin1String changes("changes");
+constexpr QLatin1String rev("rev");
+constexpr QLatin1String value("value");
+constexpr QLatin1String deleted("deleted");
+constexpr QLatin1String error("error");
+
 // Coordinates
 constexpr QLatin1String latitude("lat");
 constexpr QLatin1String longitude("lon");

@@ -39,6 +39,46 @@ constexpr std::chrono::milliseconds graphTaskSlice = 6ms;
 /// Time in which changes of references gather before the edges of a document follow.
 constexpr std::chrono::milliseconds dependencyUpdateDelay = 100ms;
 
+/// Documents that are loaded anew at a time after edits of others. The network manager has six
+/// connections to a server, one of which the change feed holds.
+constexpr int parallelReloads = 4;
+
+/// Wait before a failed one is repeated.
+constexpr std::chrono::milliseconds reloadRetry = 5s;
+
+/// How often the revisions of cached documents are asked for. Longer shows stale ones for as long.
+constexpr std::chrono::milliseconds revisionFetchPeriod = 5s;
+
+/// Change records of a save that are held back before all but the newest of each document are
+/// dropped.
+constexpr int heldRecords = 100000;
+
+/// Work on change records done in one turn of the event loop.
+constexpr std::chrono::milliseconds changeFeedSlice = 4ms;
+
+/// The sign of life that the continuous feed asks for, the silence after which it is given up, and
+/// how often that is looked at. Shorter notices a dead connection sooner and costs traffic.
+constexpr std::chrono::milliseconds feedHeartbeat = 20s;
+constexpr std::chrono::milliseconds feedSilence = 40s;
+constexpr std::chrono::milliseconds feedWatchdog = 60s;
+
+/// Wait before a continuous feed that ended is opened again, and before looking again for a network
+/// manager.
+constexpr std::chrono::milliseconds feedReconnect = 8s;
+constexpr std::chrono::milliseconds feedManagerWait = 1s;
+
+/// Longest line of a continuous feed in bytes; one that has no end would fill the memory.
+constexpr int maximumFeedLine = 64 * 1024 * 1024;
+
+/// Between two looks at whether a long poll is to be sent, and the time after which the server
+/// answers it without a change. After failures it is as many steps as there were, up to the limit.
+constexpr std::chrono::milliseconds longPollPeriod = 2s;
+constexpr std::chrono::milliseconds longPollTimeout = 12s;
+constexpr std::chrono::milliseconds longPollRetryStep = 2s;
+constexpr int longPollRetryLimit = 5;
+
+/// Between two polls. Shorter shows edits of others sooner and costs as many more requests.
+constexpr std::chrono::milliseconds pollPeriod = 40s;
 /// The memory of the document cache grows by this. Larger copies more when a document comes while
 /// the cache is being written.
 constexpr qint64 cacheSegmentSize = 1024LL * 1024;

@@ -6,12 +6,12 @@
 #include <vorrel/data/context/context.h>
 
 #include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/context/changefeedmonitor.h>
 #include <vorrel/data/context/context_p.h>
 #include <vorrel/data/context/defaultloadqueue.h>
 #include <vorrel/data/context/defaultupdatehandler.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/core/accesscontroller.h>
-#include <vorrel/data/core/documentids_p.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
 
@@ -53,6 +53,7 @@ Context::~Context()
     blockSignals(true);
     d->closing = true;
     d->updateHandler.reset();
+    delete std::exchange(d->monitor, nullptr);
     delete std::exchange(d->loadQueue, nullptr);
     d->graphTasks.clear();
     qDeleteAll(std::exchange(d->documentLinks, {}));
@@ -142,8 +143,7 @@ void Context::openDatabase(const QString &name)
     if (!self || change != d->databaseChanges) {
         return; // a slot opened another one
     }
-    d->cache.reset();
-    d->cache = DocumentCache::getCache(name);
+    d->followDatabase();
 }
 
 Context::ChangeFeedMonitorType Context::changeFeedMonitorType() const
@@ -217,30 +217,6 @@ void Context::timerEvent(QTimerEvent *event)
         d->retryErrors();
     } else if (event->timerId() == d->downloadTimerId) {
         d->reportDownloads();
-    }
-}
-
-// Remote revisions
-
-void Context::setUpdateHandler(IUpdateHandler *handler)
-{
-    d->updateHandler.reset(handler);
-}
-
-void Context::handleNewRevision(const QString &id, const QString &revision)
-{
-    const DocumentNode *node = isStorableId(id) ? d->documentNode(id.toLatin1()) : nullptr;
-    if (!node || !node->isInstantiated()) {
-        return;
-    }
-    LinkedDocument *document = node->document();
-    if (document->storageFlags().testFlag(Document::IgnoreChangeFeed)
-        || document->revision() == revision) {
-        return;
-    }
-    // The handler may replace itself, or destroy this object, and has to outlive that.
-    if (const std::shared_ptr<IUpdateHandler> handler = d->updateHandler) {
-        handler->update(document);
     }
 }
 

@@ -65,6 +65,8 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
             WRITE setChangeFeedMonitorTypeFromQml NOTIFY changeFeedMonitorTypeChanged)
     Q_PROPERTY(vo::data::Context::ContentFetchPolicy contentFetchPolicy READ contentFetchPolicy
                    WRITE setContentFetchPolicy NOTIFY contentFetchPolicyChanged)
+    Q_PROPERTY(bool followsRemoteEdits READ followsRemoteEdits WRITE setFollowsRemoteEdits NOTIFY
+                   followsRemoteEditsChanged)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
     Q_PROPERTY(vo::data::ContextError *primaryError READ primaryError NOTIFY primaryErrorChanged)
     Q_PROPERTY(QQmlListProperty<vo::data::ContextError> errors READ errorList NOTIFY errorsChanged)
@@ -136,7 +138,7 @@ public:
 
     [[nodiscard]] ChangeFeedMonitorType changeFeedMonitorType() const;
 
-    /// Takes effect when the database changes next.
+    /// How edits of others are learned of. Takes effect when the database changes next.
     void setChangeFeedMonitorType(ChangeFeedMonitorType type);
 
     [[nodiscard]] ContentFetchPolicy contentFetchPolicy() const;
@@ -154,6 +156,11 @@ public:
 
     /// Takes \p handler over; the present one is deleted, once it is not running.
     void setUpdateHandler(IUpdateHandler *handler);
+
+    /// Whether documents are loaded anew when somebody else edits them, by a
+    /// ReloadingUpdateHandler. False at first. Setting it replaces the update handler.
+    [[nodiscard]] bool followsRemoteEdits() const;
+    void setFollowsRemoteEdits(bool follow);
     /// @}
 
     /// \name Loading
@@ -267,6 +274,9 @@ public:
     void incubate(IIncubatable *object);
     void finishIncubation();
 
+    /// Whether an upload runs. The change feed waits for saved() then.
+    [[nodiscard]] bool isSaving() const;
+
     /// Runs \p task in a later turn, together with others, 6 ms of them at a time.
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task);
     /// @}
@@ -280,6 +290,7 @@ Q_SIGNALS:
     void databaseChanged(const QString &database);
     void changeFeedMonitorTypeChanged();
     void contentFetchPolicyChanged();
+    void followsRemoteEditsChanged();
     void busyChanged();
     void languageChanged();
     void countryChanged();
@@ -289,6 +300,9 @@ Q_SIGNALS:
     void primaryErrorChanged();
     void tryFixTriggered();
     void tryFixRemainingTimeChanged(int time);
+
+    /// An upload has ended.
+    void saved(bool success);
     void downloadChanged();
     void documentAdded(vo::data::Document *document);
     void documentRemoved(vo::data::Document *document);
@@ -303,8 +317,12 @@ protected:
 
 private Q_SLOTS:
     void updateBusyState();
+    void handleNewDocument(const QString &id);
     void handleNewRevision(const QString &id, const QString &revision);
     void errorFixed();
+    void handleChangeFeedError();
+    void saveStarted();
+    void saveFinished();
 
 private:
     friend class Job;

@@ -26,6 +26,7 @@
 
 namespace vo::data {
 
+class ChangeFeedMonitor;
 class DocumentIncubator;
 
 struct Context::Private final : DocumentStore
@@ -51,6 +52,10 @@ struct Context::Private final : DocumentStore
     QPointer<QNetworkAccessManager> networkAccessManager;
     QSharedPointer<DocumentCache> cache;
     std::shared_ptr<IUpdateHandler> updateHandler; // shared with the calls of it that run
+
+    // The database as others change it
+    ChangeFeedMonitor *monitor = nullptr; // child of the Context; null without a database
+    bool saving = false;
 
     // Loading
     DocumentIncubator *const incubator;   // child of the Context
@@ -88,6 +93,10 @@ struct Context::Private final : DocumentStore
     bool closing = false;
 
     DocumentNode *insertNode(DocumentNode *node);
+
+    /// Opens the cache and the change feed of the present database, in the place of the former
+    /// ones.
+    void followDatabase();
 
     void destroyEdge(DocumentEdge *edge);
 

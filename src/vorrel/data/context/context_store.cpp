@@ -5,6 +5,7 @@
 
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/context/changefeedmonitor.h>
 #include <vorrel/data/context/context_p.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/core/accesscontroller.h>
@@ -112,6 +113,9 @@ void Context::Private::addDocument(LinkedDocument *document)
         qCCritical(lcContext, "A second object for document %s. This is a bug!",
                    document->id().constData());
         return;
+    }
+    if (guard && monitor) {
+        monitor->registerDocument(document);
     }
     if (guard) {
         runCreationHandlers(document);

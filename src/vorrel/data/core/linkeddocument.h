@@ -91,6 +91,10 @@ public:
     [[nodiscard]] QJsonObject serialize() const override;
     void assignData(const QJsonObject &object) override;
 
+    /// Takes a newer revision over from the database: no edit, but whoever shows the document
+    /// notices. \pre what \p object refers to is loaded
+    void reload(const QJsonObject &object);
+
     /// What setLabel() makes of a text; \p accepted false refuses it.
     [[nodiscard]] virtual QString sanitizeLabel(const QString &label, bool &accepted) const;
 

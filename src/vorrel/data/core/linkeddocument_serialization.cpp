@@ -89,4 +89,23 @@ void LinkedDocument::assignData(const QJsonObject &object)
     }
 }
 
+void LinkedDocument::reload(const QJsonObject &object)
+{
+    // Left out of the stored form when they are empty; a missing key keeps the former value.
+    QJsonObject complete = object;
+    if (!object.contains(jsonkeys::label)) {
+        complete.insert(jsonkeys::label, QString());
+    }
+    if (!object.contains(jsonkeys::customData) && !d->data.isEmpty()) {
+        complete.insert(jsonkeys::customData, QJsonObject());
+    }
+    const QPointer<LinkedDocument> self(this);
+    assignData(complete);
+    if (self) {
+        lock(); // what it converts is no edit
+        convert(complete);
+        unlock();
+    }
+}
+
 } // namespace vo::data

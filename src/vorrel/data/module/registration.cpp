@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/module/registration.h>
 
+#include <vorrel/data/changefeed/continuouschangefeedmonitor.h>
+#include <vorrel/data/changefeed/longpollingchangefeedmonitor.h>
+#include <vorrel/data/changefeed/nullchangefeedmonitor.h>
+#include <vorrel/data/changefeed/pollingchangefeedmonitor.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/contexterror.h>
 #include <vorrel/data/context/downloadstatus.h>
@@ -49,6 +53,23 @@ void registerDocuments(TypeRegistry &registry)
     registry.setFallback<GenericData>();
 }
 
+template <typename Monitor>
+void registerMonitor(Context::ChangeFeedMonitorType type)
+{
+    ChangeFeedMonitor::registerType(
+        type, [](const QString &database, Context *context) -> ChangeFeedMonitor * {
+            return new Monitor(database, context);
+        });
+}
+
+void registerMonitors()
+{
+    registerMonitor<NullChangeFeedMonitor>(Context::NullMonitor);
+    registerMonitor<ContinuousChangeFeedMonitor>(Context::ContinuousMonitor);
+    registerMonitor<PollingChangeFeedMonitor>(Context::PollingMonitor);
+    registerMonitor<LongPollingChangeFeedMonitor>(Context::LongPollingMonitor);
+}
+
 // Qt 5 reads properties that hold objects, or lists of them, only if the types are known. They are
 // known without names here: the names come with the import of "vorrel.data.Core", which Qt refuses
 // as soon as one of them is taken.
@@ -67,6 +88,7 @@ void _vo_data_registerTypesdata_core()
     static std::once_flag once;
     std::call_once(once, [] {
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
+        vo::data::registerMonitors();
         vo::data::Texts::install();
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,

@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include "support/feedserver.h"
+#include "support/literals.h"
+
+#include <vorrel/data/context/contexterror.h>
+
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QUrlQuery>
+#include <QtTest/QTest>
+
+using namespace vo::data;
+using namespace vo::test;
+using namespace std::chrono_literals;
+
+using Answer = WireServer::Answer;
+Q_DECLARE_METATYPE(WireServer::Answer)
+
+const QByteArray record = "{\"seq\":7,\"id\":\"a\",\"changes\":[{\"rev\":\"1-a\"}]}\n";
+
+class tst_FeedConnections : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { QLoggingCategory::setFilterRules("vorrel.*=true"_s); }
+
+    void theContinuousFeedComesBackByItself_data()
+    {
+        QTest::addColumn<Answer>("fault");
+        QTest::addColumn<QString>("since");
+        const auto row = [](const char *name, const Answer &fault, const char *since = "now") {
+            QTest::newRow(name) << fault << QString::fromUtf8(since);
+        };
+        const Answer two = FeedServer::stream(record + "{\"seq\":8,\"id\":\"\xc3\xa4");
+        row("cut in a line", two.cutAfter(int(two.bytes.size()) - 6), "7");
+        row("cut in a character", two.cutAfter(int(two.bytes.size()) - 3), "7");
+        row("cut in a chunk", FeedServer::stream(record.repeated(3)).cutAfter(170), "7");
+        row("byte by byte", FeedServer::ended(record).inPieces(1, 0ms), "7");
+        row("end of the server", Answer::close());
+        row("no JSON", FeedServer::ended("\xff\n[]\n7\n" + record), "7");
+        row("text as sequence", FeedServer::ended("{\"seq\":\"7-g1+/ä\"}\n"), "7-g1+/ä");
+        row("null as sequence", FeedServer::ended("{\"seq\":null}\n"));
+        row("line without end", FeedServer::stream(QByteArray(65 * 1024 * 1024, 'x')));
+        row("portal page", FeedServer::ended("<html>\n" + record, "text/html; charset=utf-8"));
+        for (const int status : { 204, 401, 404, 500 }) {
+            row(QByteArray::number(status).constData(), Answer::status(status, record));
+        }
+    }
+    void theContinuousFeedComesBackByItself()
+    {
+        QFETCH(Answer, fault);
+        QFETCH(QString, since);
+        FeedFixture scene;
+        scene.create("stored"_s, "1-x"_s);
+        // A GET whose connection is closed without an answer is sent once more by Qt itself.
+        scene.server.feeds = { fault, fault.bytes.isEmpty() ? fault : Answer::hang(),
+                               FeedServer::stream("\n") };
+        scene.open(&scene.manager, Context::ContinuousMonitor);
+        QTRY_COMPARE(scene.server.since, "now"_s);
+        for (const auto &[connections, step] : { std::pair(2, 8s), std::pair(3, 20s) }) {
+            while (scene.server.connections < connections) {
+                QTest::qWait(5);
+                scene.clock.advance(step);
+            }
+            QTRY_COMPARE(scene->errors().size(), 1);
+        }
+        QCOMPARE(scene->primaryError()->errorCode(), 3);
+        QCOMPARE(scene.server.since, since);
+        QTRY_VERIFY((scene->tryFixErrors(), scene->errors().isEmpty()));
+        scene.clock.advance(5s);
+        QTRY_COMPARE(scene.server.enquiries, since == "now"_s ? 1 : 0);
+        QVERIFY(scene.server.messages().constLast().hasHeader("Authorization"));
+        QVERIFY(!scene.log.contains("secret"_s));
+    }
+
+    void aConnectionEndsAfterSilenceAndWithManagerOrDatabase()
+    {
+        for (const std::chrono::seconds beginning : { 21s, 19s }) {
+            FeedFixture scene;
+            scene.server.feeds = { FeedServer::stream("\n") };
+            auto manager = std::make_unique<QNetworkAccessManager>();
+            scene.open(nullptr, Context::ContinuousMonitor);
+            scene.clock.advance(beginning - 1s);
+            scene->setNetworkAccessManager(manager.get());
+            scene.clock.advance(1s);
+            QTRY_COMPARE(scene.server.connections, 1);
+            scene.clock.advance(60s - beginning);
+            const int replaced = beginning == 19s ? 1 : 0;
+            QCOMPARE(scene->errors().size(), replaced);
+            QTRY_COMPARE(scene.server.connections, 1 + replaced);
+            manager.reset();
+            scene->setNetworkAccessManager(&scene.manager);
+            scene.clock.advance(1s);
+            QTRY_COMPARE(scene.server.connections, 2 + replaced);
+            scene.open(&scene.manager, Context::NullMonitor, "second"_s);
+            QTRY_VERIFY(scene->errors().isEmpty() && scene.server.openConnections() == 0);
+        }
+    }
+
+    void pollsGoOnAfterFailures_data()
+    {
+        QTest::addColumn<Context::ChangeFeedMonitorType>("type");
+        QTest::addColumn<QStringList>("items");
+        QTest::newRow("long poll")
+            << Context::LongPollingMonitor
+            << "now:12000 now:2000 now:4000 now:6000 now:8000 now:10000 now:10000 now:10000 now:10000 9:12000"_l;
+        QTest::newRow("poll") << Context::PollingMonitor
+                              << "now: now: now: now: now: now: now: now: now: 9:"_l;
+    }
+    void pollsGoOnAfterFailures()
+    {
+        QFETCH(Context::ChangeFeedMonitorType, type);
+        const bool isLong = type == Context::LongPollingMonitor;
+        FeedFixture scene;
+        scene.couch().failNext(7, 500);
+        scene.couch().answerNext("<html>");
+        scene.couch().answerNext(R"({"results":[{"id":"a","changes":[{"rev":"2-a"}]}],
+                                     "last_seq":9})");
+        scene.couch().hangNext(1);
+        scene.open(&scene.couch(), type);
+        for (int poll = 1; poll <= 9; ++poll) {
+            processEvents();
+            QCOMPARE(scene->errors().size(), isLong ? 1 : 0);
+            scene.clock.advance(isLong ? 2s : 40s);
+        }
+        processEvents();
+        QTRY_VERIFY((scene->tryFixErrors(), scene->errors().isEmpty()));
+        QCOMPARE(scene.log.count("|critical|Failed to parse change feed response"_s), 1);
+        QVERIFY(scene.log.contains("2-a"_s) && !scene.log.contains("secret"_s));
+        QStringList items;
+        for (const FakeCouch::Call &call : scene.couch().calls()) {
+            const QUrlQuery query(call.url);
+            items << query.queryItemValue("since"_s) + ":"_s + query.queryItemValue("timeout"_s);
+            QCOMPARE(call.request.hasRawHeader("Connection"), !isLong);
+        }
+        QTEST(items, "items");
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_FeedConnections)
+#include "tst_feedconnections.moc"
