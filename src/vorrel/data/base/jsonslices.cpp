@@ -151,6 +151,16 @@ void JsonSlices::skipSpace()
     }
 }
 
+QByteArray JsonSlices::member(const QByteArray &object, QLatin1String key)
+{
+    for (JsonSlices members(object); members.next();) {
+        if (members.key() == key.data()) {
+            return members.value();
+        }
+    }
+    return {};
+}
+
 QString JsonSlices::toString(const QByteArray &json)
 {
     if (json.size() < 2 || !json.startsWith('"')) {

@@ -32,6 +32,9 @@ public:
     [[nodiscard]] const QByteArray &key() const { return m_key; }
     [[nodiscard]] const QByteArray &value() const { return m_value; }
 
+    /// The text of the first member of \p object called \p key; empty if there is none.
+    [[nodiscard]] static QByteArray member(const QByteArray &object, QLatin1String key);
+
     /// The text of a JSON string, of which \p json is the whole. Empty for other values.
     [[nodiscard]] static QString toString(const QByteArray &json);
 

@@ -68,6 +68,11 @@ BaseChangeFeedMonitor::~BaseChangeFeedMonitor() = default;
 
 // The sequence
 
+int BaseChangeFeedMonitor::revisionCount() const
+{
+    return d->revisions.count();
+}
+
 QString BaseChangeFeedMonitor::lastSequence() const
 {
     return d->lastSequence;

@@ -30,6 +30,7 @@ public:
     ~BaseChangeFeedMonitor() override;
 
     void registerDocument(LinkedDocument *document) override;
+    [[nodiscard]] int revisionCount() const override;
 
     /// The newest update sequence that was handled; empty before the first.
     [[nodiscard]] QString lastSequence() const;

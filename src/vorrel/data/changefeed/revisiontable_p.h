@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 
 #include <array>
+#include <numeric>
 
 namespace vo::data {
 
@@ -17,6 +18,11 @@ public:
     /// Empty for an unknown id.
     [[nodiscard]] QString value(const QString &id) const { return m_parts[part(id)].value(id); }
     [[nodiscard]] bool contains(const QString &id) const { return m_parts[part(id)].contains(id); }
+    [[nodiscard]] int count() const
+    {
+        return std::accumulate(m_parts.begin(), m_parts.end(), 0,
+                               [](int sum, const auto &part) { return sum + int(part.size()); });
+    }
     void insert(const QString &id, const QString &revision)
     {
         m_parts[part(id)].insert(id, revision);

@@ -40,6 +40,11 @@ ChangeFeedMonitor::ChangeFeedMonitor(const QString &database, Context *context)
 
 ChangeFeedMonitor::~ChangeFeedMonitor() = default;
 
+int ChangeFeedMonitor::revisionCount() const
+{
+    return 0;
+}
+
 Context *ChangeFeedMonitor::context() const
 {
     return m_context;

@@ -39,6 +39,9 @@ public:
     /// \p context.
     virtual void reportError(Context *context) = 0;
 
+    /// Of how many documents the newest revision is known.
+    [[nodiscard]] virtual int revisionCount() const;
+
     /// Null while the Context is being destroyed.
     [[nodiscard]] Context *context() const;
     [[nodiscard]] QString database() const;

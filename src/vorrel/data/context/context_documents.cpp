@@ -6,6 +6,7 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/timeslice_p.h>
 #include <vorrel/data/base/tuning_p.h>
+#include <vorrel/data/context/changefeedmonitor.h>
 #include <vorrel/data/context/context_p.h>
 #include <vorrel/data/context/documentincubator.h>
 #include <vorrel/data/context/loadqueue.h>
@@ -167,6 +168,8 @@ void Context::documentReport() const
     }
     qCInfo(lcContext) << "Orphaned inline documents:" << orphans.size();
     reportTypes(orphans);
+    qCInfo(lcContext, "Cached %d in %lld bytes, revisions %d", d->cache ? d->cache->count() : 0,
+           d->cache ? d->cache->blockSize() : 0LL, d->monitor ? d->monitor->revisionCount() : 0);
     qCInfo(lcContext, "Known %d, linked %d, unsaved %d, wanted %d, incubating %d, tasks %d",
            int(d->documentNodes.size()), int(d->documentLinks.size()),
            int(d->dirtyDocuments.size()), int(d->loadQueue->wantedDocuments().size()),

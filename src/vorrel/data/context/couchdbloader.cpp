@@ -63,17 +63,6 @@ QByteArray rowsOf(const QByteArray &answer)
     return members.isWhole() ? rows : QByteArray();
 }
 
-// The text of a member of a JSON object; empty if there is none.
-QByteArray memberOf(const QByteArray &object, QLatin1String key)
-{
-    for (JsonSlices members(object); members.next();) {
-        if (members.key() == key.data()) {
-            return members.value();
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 /// One request on its way, and what it was made for: the answer counts only for that.
@@ -177,10 +166,11 @@ void CouchDBLoader::handleRows(const Batch &batch)
     const QByteArray answer = batch.request->rawResponse();
     const QByteArray all = rowsOf(answer);
     for (JsonSlices rows(all); rows.next();) {
-        const QByteArray doc = memberOf(rows.value(), jsonkeys::doc);
+        const QByteArray doc = JsonSlices::member(rows.value(), jsonkeys::doc);
         const bool missing = doc.isEmpty() || doc == "null";
-        const QString id = JsonSlices::toString(missing ? memberOf(rows.value(), jsonkeys::key)
-                                                        : memberOf(doc, jsonkeys::id));
+        const QString id =
+            JsonSlices::toString(missing ? JsonSlices::member(rows.value(), jsonkeys::key)
+                                         : JsonSlices::member(doc, jsonkeys::id));
         if (!unanswered.remove(id)) {
             qCWarning(lcLoadQueue, "Ignoring a row for the document \"%s\" that was not asked for",
                       qPrintable(id));

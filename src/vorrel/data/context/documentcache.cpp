@@ -6,6 +6,7 @@
 #include <vorrel/data/base/clock_p.h>
 #include <vorrel/data/base/durablefile_p.h>
 #include <vorrel/data/base/jsonkeys_p.h>
+#include <vorrel/data/base/jsonslices_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/cachefile_p.h>
@@ -126,6 +127,16 @@ void DocumentCache::Private::compact()
 
 // Documents
 
+int DocumentCache::count() const
+{
+    return d->table.size();
+}
+
+qint64 DocumentCache::blockSize() const
+{
+    return d->table.blockSize();
+}
+
 bool DocumentCache::contains(const QString &id) const
 {
     return d->find(id) >= 0;
@@ -234,8 +245,9 @@ void DocumentCache::invalidate(const QString &id, const QString &revision)
     if (position < 0) {
         return;
     }
-    const QJsonObject object = d->read(position);
-    if (!object.isEmpty() && object.value(jsonkeys::revision).toString() != revision) {
+    const std::string_view json = d->table.json(position);
+    const QByteArray text = QByteArray::fromRawData(json.data(), int(json.size()));
+    if (JsonSlices::toString(JsonSlices::member(text, jsonkeys::revision)) != revision) {
         invalidate(id);
     }
 }

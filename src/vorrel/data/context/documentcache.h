@@ -51,6 +51,11 @@ public:
     /// Gives the memory of replaced and removed documents back if it is 256 KiB or more.
     void compact();
 
+    /// How many documents there are.
+    [[nodiscard]] int count() const;
+
+    /// The bytes that they take in memory, with those of replaced ones until the next compact().
+    [[nodiscard]] qint64 blockSize() const;
     [[nodiscard]] bool contains(const QString &id) const;
 
     /// The document, with "wasCached" set to true. Empty if it is not there or is no JSON object;
