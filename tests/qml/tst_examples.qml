@@ -48,6 +48,14 @@ TestCase {
         }
 
         verify(!itemWithText(window, "Unsaved changes"))
+        // Who refers to a document follows the edits of others.
+        const device = list.documents.find(document => document.serialNumber === "LM-24A-00118")
+        Catalog.Session.current = device.location
+        tryVerify(() => itemWithText(window, "REFERRED TO BY"))
+        verify(itemWithText(window, device.label))
+        device.location = null
+        tryVerify(() => !itemWithText(window, device.label))
+
         Catalog.Session.current = list.shown[0]
         const row = findItem(window.contentItem, item => item.text && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
