@@ -5,6 +5,7 @@
 #include <vorrel/data/core/iincubatable.h>
 #include <vorrel/data/core/inlinedocument.h>
 #include <vorrel/data/properties/documentlistpropertybase.h>
+#include <vorrel/data/properties/typeddocumentproperty.h>
 
 #include <QtCore/QJsonArray>
 
@@ -17,6 +18,8 @@ class VORREL_DATACORE_EXPORT InlineDocumentListPropertyBase : public DocumentLis
                                                               public IIncubatable
 {
 public:
+    using Target = InlineDocument;
+
     InlineDocumentListPropertyBase(const char *name, Document *document);
     ~InlineDocumentListPropertyBase() override;
 
@@ -42,7 +45,7 @@ protected:
 
     /// All elements, made now if they were not yet. None if a slot destroyed the document.
     [[nodiscard]] Elements elements() const;
-    [[nodiscard]] virtual bool accepts(const InlineDocument *document) const = 0;
+    [[nodiscard]] virtual bool accepts(const Target *document) const = 0;
 
 private:
     struct Loader
@@ -69,33 +72,22 @@ private:
 /// A stored field that holds an ordered list of inline documents of class \a T. Elements of stored
 /// data are made in slices, or when the list is asked for.
 template <typename T>
-class InlineDocumentListProperty : public InlineDocumentListPropertyBase
+class InlineDocumentListProperty : public TypedDocumentProperty<T, InlineDocumentListPropertyBase>
 {
 public:
-    using InlineDocumentListPropertyBase::InlineDocumentListPropertyBase;
+    using TypedDocumentProperty<T, InlineDocumentListPropertyBase>::TypedDocumentProperty;
 
     /// Empty below ReadAccess.
     [[nodiscard]] QList<T *> get() const
     {
         QList<T *> list;
-        if (canRead()) {
-            const Elements all = elements();
+        if (this->canRead()) {
+            const auto all = this->elements();
             for (InlineDocument *element : all) {
                 list.append(static_cast<T *>(element));
             }
         }
         return list;
-    }
-
-    [[nodiscard]] QString documentType() const override
-    {
-        return Document::typeOf(T::staticMetaObject);
-    }
-
-protected:
-    [[nodiscard]] bool accepts(const InlineDocument *document) const override
-    {
-        return qobject_cast<const T *>(document) != nullptr;
     }
 };
 

@@ -5,6 +5,7 @@
 #include <vorrel/data/core/inlinedocument.h>
 #include <vorrel/data/core/change.h>
 #include <vorrel/data/properties/documentpropertybase.h>
+#include <vorrel/data/properties/typeddocumentproperty.h>
 
 namespace vo::data {
 
@@ -12,6 +13,8 @@ namespace vo::data {
 class VORREL_DATACORE_EXPORT InlineDocumentPropertyBase : public DocumentPropertyBase
 {
 public:
+    using Target = InlineDocument;
+
     using DocumentPropertyBase::DocumentPropertyBase;
     ~InlineDocumentPropertyBase() override;
 
@@ -35,7 +38,7 @@ protected:
 
     /// The document itself is in place, and its signals are connected.
     virtual void exchanged(InlineDocument *former, InlineDocument *present);
-    [[nodiscard]] virtual bool accepts(const InlineDocument *document) const = 0;
+    [[nodiscard]] virtual bool accepts(const Target *document) const = 0;
     [[nodiscard]] virtual std::unique_ptr<Change> makeChange(InlineDocument *former,
                                                              InlineDocument *present);
 
@@ -45,28 +48,20 @@ private:
 
 /// A stored field that holds one inline document of class \a T, or none.
 template <typename T>
-class InlineDocumentProperty : public InlineDocumentPropertyBase
+class InlineDocumentProperty : public TypedDocumentProperty<T, InlineDocumentPropertyBase>
 {
 public:
-    using InlineDocumentPropertyBase::InlineDocumentPropertyBase;
+    using TypedDocumentProperty<T, InlineDocumentPropertyBase>::TypedDocumentProperty;
 
     /// Null below ReadAccess.
-    [[nodiscard]] T *get() const { return canRead() ? static_cast<T *>(held()) : nullptr; }
+    [[nodiscard]] T *get() const
+    {
+        return this->canRead() ? static_cast<T *>(this->held()) : nullptr;
+    }
 
     /// An edit. False below WriteAccess, for the present document, and for one of another Context
     /// or held elsewhere.
-    bool set(T *document) { return setHeld(document); }
-
-    [[nodiscard]] QString documentType() const override
-    {
-        return Document::typeOf(T::staticMetaObject);
-    }
-
-protected:
-    [[nodiscard]] bool accepts(const InlineDocument *document) const override
-    {
-        return qobject_cast<const T *>(document) != nullptr;
-    }
+    bool set(T *document) { return this->setHeld(document); }
 };
 
 } // namespace vo::data

@@ -5,6 +5,7 @@
 #include <vorrel/data/core/iincubatable.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/properties/documentmappropertybase.h>
+#include <vorrel/data/properties/typeddocumentproperty.h>
 
 #include <QtCore/QMap>
 
@@ -15,6 +16,8 @@ class VORREL_DATACORE_EXPORT LinkedDocumentMapPropertyBase : public DocumentMapP
                                                              public IIncubatable
 {
 public:
+    using Target = LinkedDocument;
+
     LinkedDocumentMapPropertyBase(const char *name, Document *document);
     ~LinkedDocumentMapPropertyBase() override;
 
@@ -38,7 +41,7 @@ protected:
 
     /// All targets, built now if they were not yet.
     [[nodiscard]] const Targets &targets() const;
-    [[nodiscard]] virtual bool accepts(const LinkedDocument *document) const = 0;
+    [[nodiscard]] virtual bool accepts(const Target *document) const = 0;
 
 private:
     void finishLoading() const;
@@ -54,23 +57,23 @@ private:
 
 /// A stored field that points at linked documents of class \a T by text keys.
 template <typename T>
-class LinkedDocumentMapProperty : public LinkedDocumentMapPropertyBase
+class LinkedDocumentMapProperty : public TypedDocumentProperty<T, LinkedDocumentMapPropertyBase>
 {
 public:
-    using LinkedDocumentMapPropertyBase::LinkedDocumentMapPropertyBase;
+    using TypedDocumentProperty<T, LinkedDocumentMapPropertyBase>::TypedDocumentProperty;
 
     /// Null for an unknown key and below ReadAccess.
     [[nodiscard]] T *value(const QString &key) const
     {
-        return canRead() ? static_cast<T *>(targets().value(key).data()) : nullptr;
+        return this->canRead() ? static_cast<T *>(this->targets().value(key).data()) : nullptr;
     }
 
     /// Empty below ReadAccess.
     [[nodiscard]] QMap<QString, T *> get() const
     {
         QMap<QString, T *> map;
-        if (canRead()) {
-            const Targets &all = targets();
+        if (this->canRead()) {
+            const auto &all = this->targets();
             for (auto it = all.begin(); it != all.end(); ++it) {
                 if (it.value()) {
                     map.insert(it.key(), static_cast<T *>(it.value().data()));
@@ -78,17 +81,6 @@ public:
             }
         }
         return map;
-    }
-
-    [[nodiscard]] QString documentType() const override
-    {
-        return Document::typeOf(T::staticMetaObject);
-    }
-
-protected:
-    [[nodiscard]] bool accepts(const LinkedDocument *document) const override
-    {
-        return qobject_cast<const T *>(document) != nullptr;
     }
 };
 

@@ -5,6 +5,7 @@
 #include <vorrel/data/core/iincubatable.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/properties/documentpropertybase.h>
+#include <vorrel/data/properties/typeddocumentproperty.h>
 
 namespace vo::data {
 
@@ -13,6 +14,8 @@ class VORREL_DATACORE_EXPORT LinkedDocumentPropertyBase : public DocumentPropert
                                                           public IIncubatable
 {
 public:
+    using Target = LinkedDocument;
+
     LinkedDocumentPropertyBase(const char *name, Document *document);
     ~LinkedDocumentPropertyBase() override;
 
@@ -34,7 +37,7 @@ protected:
     void setFallbackTarget(LinkedDocument *fallback);
 
     /// Whether \p document is of the class of the targets.
-    [[nodiscard]] virtual bool accepts(const LinkedDocument *document) const = 0;
+    [[nodiscard]] virtual bool accepts(const Target *document) const = 0;
 
 private:
     void resolve();
@@ -51,31 +54,23 @@ private:
 /// A stored field that points at one linked document of class \a T. Stored data may name a document
 /// that is not built yet: it is built when the field is read, or later, in a slice of its own.
 template <typename T>
-class LinkedDocumentProperty : public LinkedDocumentPropertyBase
+class LinkedDocumentProperty : public TypedDocumentProperty<T, LinkedDocumentPropertyBase>
 {
 public:
-    using LinkedDocumentPropertyBase::LinkedDocumentPropertyBase;
+    using TypedDocumentProperty<T, LinkedDocumentPropertyBase>::TypedDocumentProperty;
 
     /// Null below ReadAccess.
-    [[nodiscard]] T *get() const { return canRead() ? static_cast<T *>(target()) : nullptr; }
+    [[nodiscard]] T *get() const
+    {
+        return this->canRead() ? static_cast<T *>(this->target()) : nullptr;
+    }
 
     /// An edit. False below WriteAccess, for the present target, for a document of another
     /// Context and for a link that would close a cycle.
-    bool set(T *target) { return setTarget(target); }
+    bool set(T *target) { return this->setTarget(target); }
 
     /// What stands in for null; it is not stored.
-    void setFallback(T *fallback) { setFallbackTarget(fallback); }
-
-    [[nodiscard]] QString documentType() const override
-    {
-        return Document::typeOf(T::staticMetaObject);
-    }
-
-protected:
-    [[nodiscard]] bool accepts(const LinkedDocument *document) const override
-    {
-        return qobject_cast<const T *>(document) != nullptr;
-    }
+    void setFallback(T *fallback) { this->setFallbackTarget(fallback); }
 };
 
 } // namespace vo::data
