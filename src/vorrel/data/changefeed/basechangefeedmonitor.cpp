@@ -18,12 +18,21 @@
 
 #include <algorithm>
 #include <deque>
+#include <numeric>
 
 namespace vo::data {
 
 namespace {
 
 using Records = std::deque<ChangeRecord>;
+
+/// The records of an answer, read when their turn comes.
+struct Answer
+{
+    QJsonArray records;
+    ChangeRecord (*read)(const QJsonObject &record);
+    int next = 0;
+};
 
 // Of each document the newest record stays, and whatever says that it was deleted.
 void dropOutdated(Records &records)
@@ -47,7 +56,8 @@ struct BaseChangeFeedMonitor::Private
     RevisionTable revisions;
     QSet<QString> unknownRevisions; // ids to ask for
     ClockTimer *fetchTimer = nullptr;
-    Records queuedRecords;
+    std::deque<Answer> answers;
+    Records queuedRecords;                   // later than the answers
     size_t queueLimit = tuning::heldRecords; // where the queue is thinned out
     bool drainScheduled = false;
     QPointer<RevisionFetchRequest> fetchRequest;
@@ -129,16 +139,29 @@ void BaseChangeFeedMonitor::handleRecord(const QJsonObject &record)
 void BaseChangeFeedMonitor::handleAnswer(const QJsonObject &answer)
 {
     updateSequence(answer.value(jsonkeys::lastSequence));
-    const QJsonArray results = answer.value(jsonkeys::results).toArray();
-    for (const QJsonValue &value : results) {
-        holdRecord(ChangeRecord::fromFeed(value.toObject()));
-    }
+    d->answers.push_back({ answer.value(jsonkeys::results).toArray(), &ChangeRecord::fromFeed });
     drain();
 }
 
 bool BaseChangeFeedMonitor::hasQueuedRecords() const
 {
-    return !d->queuedRecords.empty();
+    return !d->answers.empty() || !d->queuedRecords.empty();
+}
+
+// Nothing at the end of an answer.
+std::optional<ChangeRecord> BaseChangeFeedMonitor::takeRecord()
+{
+    if (d->answers.empty()) {
+        const ChangeRecord record = std::move(d->queuedRecords.front());
+        d->queuedRecords.pop_front();
+        return record;
+    }
+    Answer &answer = d->answers.front();
+    if (answer.next == answer.records.size()) {
+        d->answers.pop_front();
+        return std::nullopt;
+    }
+    return answer.read(answer.records.at(answer.next++).toObject());
 }
 
 void BaseChangeFeedMonitor::holdRecord(const ChangeRecord &record)
@@ -154,7 +177,12 @@ void BaseChangeFeedMonitor::holdRecord(const ChangeRecord &record)
 void BaseChangeFeedMonitor::processQueuedRecords()
 {
     if (!context()->isSaving() && hasQueuedRecords()) {
-        qCDebug(lcChangeFeed) << "Processing" << d->queuedRecords.size() << "queued change records";
+        const auto count =
+            std::accumulate(d->answers.begin(), d->answers.end(), d->queuedRecords.size(),
+                            [](size_t sum, const Answer &answer) {
+                                return sum + size_t(answer.records.size() - answer.next);
+                            });
+        qCDebug(lcChangeFeed) << "Processing" << count << "queued change records";
         drain();
     }
 }
@@ -168,9 +196,9 @@ void BaseChangeFeedMonitor::drain()
             scheduleDrain();
             return;
         }
-        const ChangeRecord record = std::move(d->queuedRecords.front());
-        d->queuedRecords.pop_front();
-        applyRecord(record);
+        if (const std::optional<ChangeRecord> record = takeRecord()) {
+            applyRecord(*record);
+        }
         if (!self || !context()) {
             return;
         }
@@ -271,10 +299,7 @@ void BaseChangeFeedMonitor::updateCurrentRevisions()
         d->unknownRevisions.unite(QSet<QString>(ids.begin(), ids.end()));
         return;
     }
-    const QJsonArray array = rows.toArray();
-    for (const QJsonValue &row : array) {
-        holdRecord(ChangeRecord::fromRow(row.toObject()));
-    }
+    d->answers.push_back({ rows.toArray(), &ChangeRecord::fromRow });
     drain();
 }
 

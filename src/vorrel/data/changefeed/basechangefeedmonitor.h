@@ -10,6 +10,7 @@
 #include <QtCore/QJsonValue>
 
 #include <memory>
+#include <optional>
 
 namespace vo::data {
 
@@ -62,6 +63,7 @@ protected:
 
 private:
     void holdRecord(const ChangeRecord &record);
+    [[nodiscard]] std::optional<ChangeRecord> takeRecord();
     void applyRecord(const ChangeRecord &record);
     bool insert(const QString &id, const QString &revision);
     void drain();
