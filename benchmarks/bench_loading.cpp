@@ -17,6 +17,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QStandardPaths>
 #include <QtNetwork/QNetworkAccessManager>
 #include <QtNetwork/QNetworkReply>
@@ -78,6 +79,7 @@ void fetchDocuments(const QUrl &server, const QStringList &ids)
 {
     QNetworkAccessManager manager;
     Context context;
+    context.setChangeFeedMonitorType(Context::NullMonitor);
     context.setServiceUrl(server);
     context.setNetworkAccessManager(&manager);
     context.setDatabase(QStringLiteral("fetch"));
@@ -101,6 +103,7 @@ void measureGaps(Report &report, const QUrl &server, int size)
     QSharedPointer<DocumentCache> cache;
     for (const char *source : { "network", "cache" }) {
         Context context;
+        context.setChangeFeedMonitorType(Context::NullMonitor);
         context.setServiceUrl(server);
         context.setNetworkAccessManager(&manager);
         context.setDatabase(QStringLiteral("gaps"));
@@ -117,6 +120,7 @@ int main(int argc, char **argv)
 {
     QStandardPaths::setTestModeEnabled(true);
     QCoreApplication app(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("vorrel.*=false"));
     Report report(QStringLiteral("loading"), argc, argv);
     const CannedServer server(allDocsAnswer);
     const QList<int> sizes = report.sizes(10000);

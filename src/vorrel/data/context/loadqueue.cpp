@@ -28,6 +28,7 @@ struct LoadQueue::Private
     QHash<QString, const Loader *> inProgress; // taken by that loader, answer outstanding
     QHash<QString, QJsonObject> received;      // delivered, waiting for references
     std::unique_ptr<DocumentBatch> batch;      // complete, on its way into the Context
+    std::vector<QString> toOffer;              // to the loaders, since the last tick
     std::vector<Loader *> loaders;             // by priority; owned
 };
 
@@ -163,15 +164,11 @@ void LoadQueue::timerEvent(QTimerEvent * /*event*/)
     for (auto it = d->received.keyBegin(); it != d->received.keyEnd(); ++it) {
         d->requested.remove(*it);
     }
-    const QPointer<LoadQueue> self(this);
-    const QSet<QString> requested = d->requested;
-    for (const QString &id : requested) {
-        offer(id);
-        if (!self) {
-            return;
-        }
+    if (!d->requested.isEmpty()) {
+        offerRequested();
+        return;
     }
-    if (!requested.isEmpty() || d->batch) {
+    if (d->batch) {
         return;
     }
     if (d->received.isEmpty()) {
@@ -182,10 +179,39 @@ void LoadQueue::timerEvent(QTimerEvent * /*event*/)
     instanceDocuments();
 }
 
+void LoadQueue::offerRequested()
+{
+    if (!d->toOffer.empty()) {
+        return; // those of the last tick are not through
+    }
+    d->inProgress.reserve(d->requested.size());
+    std::copy_if(d->requested.cbegin(), d->requested.cend(), std::back_inserter(d->toOffer),
+                 [this](const QString &id) { return !d->inProgress.contains(id); });
+    offerSlice();
+}
+
+// Thousands may be wanted at once.
+void LoadQueue::offerSlice()
+{
+    const QPointer<LoadQueue> self(this);
+    const TimeSlice slice(tuning::batchSlice);
+    while (!d->toOffer.empty() && !slice.isOver()) {
+        const QString id = std::move(d->toOffer.back());
+        d->toOffer.pop_back();
+        offer(id);
+        if (!self) {
+            return;
+        }
+    }
+    if (!d->toOffer.empty()) {
+        QMetaObject::invokeMethod(this, &LoadQueue::offerSlice, Qt::QueuedConnection);
+    }
+}
+
 void LoadQueue::offer(const QString &id)
 {
-    if (d->inProgress.contains(id)) {
-        return;
+    if (!d->requested.contains(id) || d->inProgress.contains(id)) {
+        return; // it came meanwhile, in a slot
     }
     if (!isStorableId(id)) {
         qCWarning(lcLoadQueue, "Not loading the id \"%s\": ids are Latin-1", qPrintable(id));

@@ -55,6 +55,8 @@ private:
     void handleLoaded(const QString &id, const QJsonObject &data);
     void handleNotFound(const QString &id);
     void handleFailed(const QString &id);
+    void offerRequested();
+    void offerSlice();
     void offer(const QString &id);
     void instanceDocuments();
     void setLoading(bool loading);

@@ -15,6 +15,7 @@ namespace vo::data {
 LoadRequest::LoadRequest(const QStringList &ids, Context *context)
     : QObject(context)
 {
+    m_pending.reserve(ids.size());
     for (const QString &id : ids) {
         if (id.isEmpty() || !isStorableId(id)) {
             qCWarning(lcLoadQueue, "Not loading the id \"%s\": ids are Latin-1 and not empty",

@@ -10,6 +10,7 @@ namespace vo::data {
 
 void LoadRequestBoard::add(LoadRequest *request, const QSet<QString> &ids)
 {
+    m_waiting.reserve(m_waiting.size() + ids.size());
     for (const QString &id : ids) {
         m_waiting.insert(id, request);
     }
