@@ -116,7 +116,7 @@ private Q_SLOTS:
         processEvents();
         QCOMPARE(calls.size(), 3);
         for (int i = 0; i < 3; ++i) {
-            QCOMPARE(calls.at(i).keys(), ids.mid(25 * i, 25));
+            QCOMPARE(calls.at(i).keys(), ids.mid(qsizetype(25) * i, 25));
         }
         const QString path = "/%1/_all_docs?include_docs=true"_s.arg(fixture->database());
         QCOMPARE(calls.at(2).url, QUrl("http://couch.test:5984"_s + path));

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QtGlobal>
+
 #include <chrono>
 
 /// Every period, budget and batch size of the library, each with its effect.
