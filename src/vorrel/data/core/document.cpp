@@ -215,10 +215,10 @@ bool Document::changeRecordingActive() const
 
 void Document::recordChange(Change *change)
 {
-    std::unique_ptr<Change> owned(change);
-    IChangeRecorder *recorder = changeRecorder();
-    if (recorder && recorder->recordChange(change)) {
-        static_cast<void>(owned.release());
+    if (IChangeRecorder *recorder = changeRecorder()) {
+        recorder->recordChange(change);
+    } else {
+        delete change;
     }
 }
 
