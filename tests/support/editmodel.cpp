@@ -250,15 +250,20 @@ void randomEdit(QRandomGenerator &random, EditModel &model, Context *context)
         create(model, context);
         return;
     }
-    const QString id = ids.at(random.bounded(int(ids.size())));
-    const Edit edit { random, model,         context,
-                      id,     model.now[id], qobject_cast<Station *>(context->loadedDocument(id)) };
     void (Edit::*const edits[])() const {
         &Edit::editNumber, &Edit::editNumber, &Edit::editText, &Edit::editTitle,
         &Edit::editPrice,  &Edit::editField,  &Edit::editNext, &Edit::addNote,
         &Edit::moveNote,   &Edit::takeNote,   &Edit::remove,
     };
-    (edit.*edits[random.bounded(int(std::size(edits)))])();
+    // Users edit the same thing again and again.
+    if (random.bounded(2) || !ids.contains(model.lastId)) {
+        model.lastId = ids.at(random.bounded(int(ids.size())));
+        model.lastEdit = random.bounded(int(std::size(edits)));
+    }
+    const QString id = model.lastId;
+    const Edit edit { random, model,         context,
+                      id,     model.now[id], qobject_cast<Station *>(context->loadedDocument(id)) };
+    (edit.*edits[model.lastEdit])();
 }
 
 } // namespace vo::test

@@ -51,6 +51,8 @@ struct EditModel
     int position = -1;
     qint64 time = 0; // of the open group
     int made = 0;    // stations
+    QString lastId;  // what was edited last, and how
+    int lastEdit = 0;
 
     void begin();
     void end();

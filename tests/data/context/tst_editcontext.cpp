@@ -103,21 +103,15 @@ private Q_SLOTS:
         }
     }
 
-    void whatOthersDeleteIsNotBroughtBack()
+    void whatOthersDeleteIsNoStep()
     {
         const LogCapture log;
         create("a"_s)->setNext(create("b"_s));
         m_context->beginRecordChanges();
-        find("a"_s)->setText("edited"_s);
-        find("b"_s)->setText("edited"_s);
         m_context->removeDocument("b"_s);
         processEvents(); // the second half of the removal comes in a later turn
-        QVERIFY(!m_context->isLoaded("b"_s));
         m_context->endRecordChanges();
-        m_context->undo();
-        QVERIFY(find("a"_s)->text().isEmpty() && !find("a"_s)->next());
-        m_context->redo();
-        QVERIFY(find("a"_s)->text() == "edited"_s && !find("a"_s)->next());
+        QVERIFY(!m_context->isLoaded("b"_s) && !find("a"_s)->next() && !m_context->canUndo());
     }
 
     void misuseIsTold()
@@ -193,8 +187,10 @@ private:
             m_context->rollbackChanges();
             model.rollback();
         } else if (what < 40) {
-            m_context->undo();
-            model.move(-1);
+            for (int times = random.bounded(50) ? 1 : 100; times > 0; --times) {
+                m_context->undo();
+                model.move(-1);
+            }
         } else if (what < 48) {
             m_context->redo();
             model.move(1);
