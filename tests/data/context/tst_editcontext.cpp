@@ -17,6 +17,10 @@
 using namespace vo::data;
 using namespace vo::test;
 
+class tst_EditContext;
+using Act = std::function<void(tst_EditContext *)>;
+Q_DECLARE_METATYPE(Act)
+
 class tst_EditContext : public QObject
 {
     Q_OBJECT
@@ -31,7 +35,6 @@ private Q_SLOTS:
 
     void slotsOfAWalkMayDoAnything_data()
     {
-        using Act = std::function<void(tst_EditContext *)>;
         QTest::addColumn<Act>("act");
         const auto row = [](const char *name, const Act &act) { QTest::newRow(name) << act; };
         row("edits in a group", [](auto *t) {
@@ -50,7 +53,7 @@ private Q_SLOTS:
 
     void slotsOfAWalkMayDoAnything()
     {
-        QFETCH(const std::function<void(tst_EditContext *)>, act);
+        QFETCH(const Act, act);
         const QByteArray name = QTest::currentDataTag();
         for (const QString &walk : "undo redo rollback"_l) {
             init();

@@ -65,6 +65,7 @@ void ChangeSet::rollback()
 void ChangeSet::compress()
 {
     QHash<quint64, Change *> firsts;
+    firsts.reserve(m_changes.size());
     QList<Change *> kept;
     kept.reserve(m_changes.size());
     for (Change *change : std::as_const(m_changes)) {

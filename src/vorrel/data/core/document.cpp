@@ -228,8 +228,9 @@ void Document::applyChange(std::unique_ptr<Change> &&change)
     const QPointer<Document> self(this);
     owned->apply();
     // Applying emits signals, and a slot may have destroyed this document.
-    if (self && changeRecordingActive()) {
-        recordChange(owned.release());
+    IChangeRecorder *recorder = self ? changeRecorder() : nullptr;
+    if (recorder && recorder->changeRecordingActive()) {
+        recorder->recordChange(owned.release());
     }
 }
 
