@@ -22,7 +22,7 @@ namespace vo::data {
 /// Slots that run because of undo(), redo() or rollbackChanges() may edit, but are not recorded:
 /// the groups that they open or close, and clearChanges(), count from the end of it. They may
 /// destroy documents and this object.
-class VORREL_DATACORE_EXPORT EditContext : public Context, public IChangeRecorder
+class VORREL_DATACORE_EXPORT EditContext : public vo::data::Context, public IChangeRecorder
 {
     Q_OBJECT
     Q_INTERFACES(vo::data::IChangeRecorder)
