@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 
-// What undo costs: to record edits and take them back, against making them where nobody records.
+// What it costs to record edits and take them back, against making them where nobody records.
 
 #include "support/benchmark.h"
 
@@ -33,18 +33,15 @@ std::vector<Location *> makeDocuments(Context *context)
 /// Edits every document, in steps. The groups mean nothing where nobody records.
 void edit(const std::vector<Location *> &documents, const QString &text)
 {
-    for (std::size_t number = 0; number < documents.size(); ++number) {
-        Location *document = documents[number];
-        if (number % documentsOfStep == 0) {
-            document->beginRecordChanges();
+    for (std::size_t first = 0; first < documents.size(); first += documentsOfStep) {
+        documents[first]->beginRecordChanges();
+        for (std::size_t number = first; number < first + documentsOfStep; ++number) {
+            documents[number]->setAddress(text);
+            documents[number]->setCity(text);
+            documents[number]->setZipCode(text);
+            documents[number]->setNotes(text);
         }
-        document->setAddress(text);
-        document->setCity(text);
-        document->setZipCode(text);
-        document->setNotes(text);
-        if ((number + 1) % documentsOfStep == 0) {
-            document->endRecordChanges();
-        }
+        documents[first]->endRecordChanges();
     }
 }
 
@@ -58,20 +55,16 @@ int main(int argc, char **argv)
     Context plain;
     const std::vector<Location *> recorded = makeDocuments(&recording);
     const std::vector<Location *> others = makeDocuments(&plain);
-    bool odd = false;
     report.compare(
         { QStringLiteral("Property edits, recorded and undone in 50 steps"),
           4 * steps * documentsOfStep, QStringLiteral("ns"), 0, QStringLiteral("made, no recorder"),
           0, 2.5 },
         [&] {
-            edit(recorded, QStringLiteral("edited"));
+            edit(recorded, QString::number(steps));
             for (int step = 0; step < steps; ++step) {
                 recording.undo();
             }
         },
-        [&] {
-            odd = !odd;
-            edit(others, odd ? QStringLiteral("odd") : QStringLiteral("even"));
-        });
+        [&, run = 0]() mutable { edit(others, QString::number(++run)); });
     return 0;
 }
