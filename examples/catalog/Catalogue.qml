@@ -9,7 +9,7 @@ import "fields.js" as Fields
 Item {
     id: catalogue
 
-    required property Context context
+    required property EditContext context
     readonly property string documentId: root.documentId
     readonly property LinkedDocument document: root.document as LinkedDocument
     readonly property string title: text("title")

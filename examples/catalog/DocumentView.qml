@@ -63,7 +63,7 @@ ScrollView {
             ActionButton {
                 text: view.document.deleted ? "Deleted" : "Delete"
                 enabled: !view.document.deleted
-                onClicked: view.document.remove()
+                onClicked: Fields.edit(view.document, () => view.document.remove())
             }
         }
 
@@ -84,6 +84,14 @@ ScrollView {
             Layout.fillWidth: true
             Layout.leftMargin: 3 * Theme.unit
             Layout.rightMargin: 3 * Theme.unit
+            // The field would only undo its own text.
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.Undo))
+                    Session.catalogue.context.undo()
+                else if (event.matches(StandardKey.Redo))
+                    Session.catalogue.context.redo()
+                event.accepted = event.matches(StandardKey.Undo) || event.matches(StandardKey.Redo)
+            }
             onTextEdited: Fields.rename(view.document, text)
             onTextChanged: {
                 if (!activeFocus)

@@ -9,7 +9,7 @@ import vorrel.data.Core 1.0
 Rectangle {
     id: header
 
-    required property Context context
+    required property EditContext context
     required property Catalogue catalogue
 
     // Without the user and the password that it may hold.
@@ -52,6 +52,19 @@ Rectangle {
             running: header.context.busy
             implicitWidth: 28
             implicitHeight: 28
+        }
+
+        ActionButton {
+            text: "Undo"
+            enabled: header.context.canUndo
+            onClicked: header.context.undo()
+        }
+
+        ActionButton {
+            text: "Redo"
+            enabled: header.context.canRedo
+            onClicked: header.context.redo()
+            Layout.leftMargin: -Theme.unit
         }
 
         Rectangle {

@@ -22,11 +22,23 @@ ApplicationWindow {
     title: catalogue.title || "Catalogue"
     color: Theme.background
 
-    Context {
+    EditContext {
         id: context
         serviceUrl: window.serviceUrl
         database: window.database
         followsRemoteEdits: true
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Z"
+        enabled: context.canUndo
+        onActivated: context.undo()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Shift+Z"
+        enabled: context.canRedo
+        onActivated: context.redo()
     }
 
     // The next start may be without a network. Nothing is written if nothing has changed.

@@ -9,13 +9,15 @@ import vorrel.data.Core 1.0
 Rectangle {
     id: panel
 
-    required property Context context
+    required property EditContext context
     readonly property LinkedDocument note: waiting.document as LinkedDocument
 
     function write() {
+        context.beginRecordChanges()
         const note = context.createDocumentWithId("data:note", waiting.documentId)
         note.label = "Note of " + Qt.formatDate(new Date(), "d MMMM")
         note.setStructValue("note", "text", "Ring Utrecht about the new screens.")
+        context.endRecordChanges()
     }
 
     implicitHeight: 76

@@ -46,9 +46,16 @@ function typeTitle(type) {
     return typeTitles[type] || title(type.replace(/^data:/, ""));
 }
 
-// A product has its name for a label.
+// What the function edits is one step of undo.
+function edit(document, how) {
+    document.beginRecordChanges();
+    how();
+    document.endRecordChanges();
+}
+
+// A product has its name for a label. Fast typing is one step.
 function rename(document, text) {
-    document[document.hasType("product") ? "name" : "label"] = text;
+    edit(document, () => document[document.hasType("product") ? "name" : "label"] = text);
 }
 
 function fieldsOf(object) {

@@ -59,11 +59,21 @@ TestCase {
         Catalog.Session.current = list.shown[0]
         const row = findItem(window.contentItem, item => item.text && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
+        const before = row.text
         label.text = "X"
         label.textEdited() // as if by keys
         compare(row.text, "X")
         verify(itemWithText(window, "edited"))
         verify(itemWithText(window, "Unsaved changes"))
+        tryVerify(() => !Catalog.Session.catalogue.context.busy)
+        mouseClick(itemWithText(window, "Undo"))
+        compare(row.text, before)
+        keyClick("Z", Qt.ControlModifier | Qt.ShiftModifier)
+        compare(row.text, "X")
+        label.forceActiveFocus()
+        keyClick("Z", Qt.ControlModifier)
+        compare(row.text, before)
+        verify(!itemWithText(window, "Undo").enabled)
 
         verify(itemWithText(window, "Waiting for sample.note.today"))
         mouseClick(itemWithText(window, "Create it"))

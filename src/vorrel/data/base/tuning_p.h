@@ -104,6 +104,13 @@ constexpr std::chrono::seconds strayFileAge = 24h;
 /// database.
 constexpr int maximumTypeLength = 255;
 
+/// Sets of changes that can be undone. Each keeps what it replaced, and whole inline documents.
+constexpr int undoLimit = 70;
+
+/// Time from the beginning of a set in which the same edits join it. Longer makes more of a burst
+/// of typing one step.
+constexpr std::chrono::milliseconds undoMergeWindow = 500ms;
+
 /// How often the countdown to the next attempt to fix errors goes on.
 constexpr std::chrono::milliseconds errorRetryTick = 200ms;
 

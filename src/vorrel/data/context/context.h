@@ -243,6 +243,10 @@ public:
     [[nodiscard]] QList<Document *> localDocuments() const;
     [[nodiscard]] bool hasLocalChanges() const;
 
+    /// Whether edits may be uploaded now. True at first.
+    [[nodiscard]] bool isSaveEnabled() const;
+    void setSaveEnabled(bool enabled);
+
     /// Calls \p handler with each document of \p type or a type below it when it is made. Handlers
     /// of shorter types run first.
     void addCreationHandler(const QString &type, std::function<void(Document *)> handler);
@@ -312,6 +316,9 @@ Q_SIGNALS:
     void documentUnlinked(const QByteArray &from, const QByteArray &to);
 
 protected:
+    /// Whether what changes now was changed in the database: no edit of this program.
+    [[nodiscard]] bool isTakingRemoteEdit() const;
+
     void customEvent(QEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 

@@ -178,6 +178,19 @@ void Context::documentReport() const
 
 // Removing documents
 
+Context::Private::RemoteEdit::RemoteEdit(Context *context)
+    : m_context(context)
+{
+    ++context->d->remoteEdits;
+}
+
+Context::Private::RemoteEdit::~RemoteEdit()
+{
+    if (m_context) {
+        --m_context->d->remoteEdits;
+    }
+}
+
 void Context::removeDocument(const QString &id)
 {
     if (auto *document = qobject_cast<LinkedDocument *>(loadedDocument(id))) {
@@ -187,6 +200,7 @@ void Context::removeDocument(const QString &id)
 
 void Context::removeDocument(LinkedDocument *document)
 {
+    const Private::RemoteEdit edit(this);
     const QPointer<Context> self(this);
     const QPointer<LinkedDocument> guard(document);
     const QString id = document->documentId();
@@ -216,6 +230,7 @@ void Context::removeDocument(LinkedDocument *document)
 // Runs in a turn of its own.
 void Context::Private::removeDocument(LinkedDocument *document)
 {
+    const RemoteEdit edit(q);
     const QPointer<Context> self(q);
     const QPointer<LinkedDocument> guard(document);
     // Where access or a veto kept the document from being deleted, it is still referred to.

@@ -87,7 +87,22 @@ void Context::setFollowsRemoteEdits(bool follow)
     }
 }
 
+bool Context::isTakingRemoteEdit() const
+{
+    return d->remoteEdits > 0;
+}
+
 // What is being saved
+
+bool Context::isSaveEnabled() const
+{
+    return d->saveEnabled;
+}
+
+void Context::setSaveEnabled(bool enabled)
+{
+    d->saveEnabled = enabled;
+}
 
 bool Context::isSaving() const
 {

@@ -37,6 +37,18 @@ struct Context::Private final : DocumentStore
         QPointer<LinkedDocument> document;
     };
 
+    /// While one lives, edits are those of others and are not recorded.
+    class RemoteEdit
+    {
+    public:
+        explicit RemoteEdit(Context *context);
+        ~RemoteEdit();
+        Q_DISABLE_COPY_MOVE(RemoteEdit)
+
+    private:
+        const QPointer<Context> m_context;
+    };
+
     explicit Private(Context *context);
     ~Private() override;
 
@@ -70,6 +82,10 @@ struct Context::Private final : DocumentStore
     QSet<LinkedDocument *> dirtyDocuments;
     QList<Document *> locals;
     QHash<QString, QVector<std::function<void(Document *)>>> creationHandlers;
+
+    // Edits
+    bool saveEnabled = true;
+    int remoteEdits = 0; // edits of others that are being taken, one inside the other
 
     // Errors
     QList<ContextError *> errors; // children of the Context, in the order of errors()

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/core/accesscontroller.h>
 
-#include <vorrel/data/core/genericchange.h>
+#include <vorrel/data/core/accessparameterchange.h>
 #include <vorrel/data/core/linkeddocument.h>
 
 #include <QtCore/QPointer>
@@ -64,14 +64,16 @@ void AccessController::update(const QJsonValue &parameters)
         return;
     }
     if (m_document->changeRecordingActive()) {
-        m_document->recordChange(
-            new GenericChange(m_document, [this, old, sanitized](bool forward) {
-                if (setParameters(forward ? sanitized : old)) {
-                    finishEdit();
-                }
-            }));
+        m_document->recordChange(new AccessParameterChange(this, old, sanitized));
     }
     finishEdit();
+}
+
+void AccessController::assign(const QJsonValue &parameters)
+{
+    if (setParameters(parameters)) {
+        finishEdit();
+    }
 }
 
 void AccessController::finishEdit()

@@ -49,6 +49,9 @@ protected:
     void notifyChange();
 
 private:
+    friend class AccessParameterChange;
+
+    void assign(const QJsonValue &parameters);
     void finishEdit();
 
     LinkedDocument *const m_document;

@@ -6,8 +6,19 @@
 
 namespace vo::data {
 
+namespace {
+
+quint64 nextNumber()
+{
+    static quint64 last = 0;
+    return ++last;
+}
+
+} // namespace
+
 Change::Change(Document *document)
     : m_document(document)
+    , m_number(nextNumber())
 { }
 
 Change::~Change() = default;
@@ -38,6 +49,12 @@ int Change::createType()
 {
     static int last = 0;
     return ++last;
+}
+
+quint32 Change::foldedAddress(const void *address)
+{
+    const auto number = quint64(reinterpret_cast<quintptr>(address));
+    return quint32(number >> 32) ^ quint32(number);
 }
 
 Document *Change::document() const

@@ -39,8 +39,14 @@ public:
     /// Names the edited thing; 0 if this change stands alone.
     [[nodiscard]] virtual quint64 uniqueKey() const;
 
+    /// Larger than that of every change that was made before.
+    [[nodiscard]] quint64 number() const { return m_number; }
+
     /// The next free type number.
     static int createType();
+
+    /// An address, folded to 32 bits.
+    [[nodiscard]] static quint32 foldedAddress(const void *address);
 
 protected:
     /// The edited document, null once it has gone.
@@ -48,6 +54,7 @@ protected:
 
 private:
     const QPointer<Document> m_document;
+    const quint64 m_number;
 };
 
 } // namespace vo::data

@@ -215,10 +215,10 @@ bool Document::changeRecordingActive() const
 
 void Document::recordChange(Change *change)
 {
-    std::unique_ptr<Change> owned(change);
-    IChangeRecorder *recorder = changeRecorder();
-    if (recorder && recorder->recordChange(change)) {
-        static_cast<void>(owned.release());
+    if (IChangeRecorder *recorder = changeRecorder()) {
+        recorder->recordChange(change);
+    } else {
+        delete change;
     }
 }
 
@@ -228,8 +228,9 @@ void Document::applyChange(std::unique_ptr<Change> &&change)
     const QPointer<Document> self(this);
     owned->apply();
     // Applying emits signals, and a slot may have destroyed this document.
-    if (self && changeRecordingActive()) {
-        recordChange(owned.release());
+    IChangeRecorder *recorder = self ? changeRecorder() : nullptr;
+    if (recorder && recorder->changeRecordingActive()) {
+        recorder->recordChange(owned.release());
     }
 }
 

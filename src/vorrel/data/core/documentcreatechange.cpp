@@ -31,4 +31,9 @@ void DocumentCreateChange::unapply()
     created->setDeleted(true);
 }
 
+bool DocumentCreateChange::isValid() const
+{
+    return document() != nullptr;
+}
+
 } // namespace vo::data

@@ -16,6 +16,7 @@ public:
 
     void apply() override;
     void unapply() override;
+    [[nodiscard]] bool isValid() const override;
 };
 
 } // namespace vo::data

@@ -23,6 +23,11 @@ void GenericChange::unapply()
     call(false);
 }
 
+bool GenericChange::isValid() const
+{
+    return document() != nullptr;
+}
+
 void GenericChange::call(bool forward)
 {
     if (document()) {

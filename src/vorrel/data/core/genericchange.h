@@ -18,6 +18,7 @@ public:
 
     void apply() override;
     void unapply() override;
+    [[nodiscard]] bool isValid() const override;
 
 private:
     void call(bool forward);

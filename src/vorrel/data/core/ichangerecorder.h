@@ -20,7 +20,7 @@ public:
     [[nodiscard]] virtual bool canUndo() const = 0;
     [[nodiscard]] virtual bool canRedo() const = 0;
 
-    /// Takes \p change over and returns true, or returns false and leaves it to the caller.
+    /// Takes \p change over. False if it was not kept, and deleted.
     virtual bool recordChange(Change *change) = 0;
     [[nodiscard]] virtual bool changeRecordingActive() const = 0;
     virtual void beginRecordChanges() = 0;

@@ -122,6 +122,15 @@ LinkedDocument *LinkedDocument::copy()
     document->copyProperties(this);
     document->d->data = d->data;
     document->recountReferences();
+    if (document) {
+        // Taking the creation back drops the references in it.
+        document->recordStructChange(
+            [copy = document.data(), data = document->d->data](bool forward) {
+                if (forward) {
+                    copy->assignCustomData(data);
+                }
+            });
+    }
     if (!document || !self) {
         return document;
     }

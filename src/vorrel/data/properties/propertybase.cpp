@@ -32,8 +32,7 @@ void PropertyBase::emitChangeSignal() const
 
 unsigned int PropertyBase::uniqueId() const
 {
-    const auto address = quint64(reinterpret_cast<quintptr>(this));
-    return static_cast<unsigned int>(address >> 32) ^ static_cast<unsigned int>(address);
+    return Change::foldedAddress(this);
 }
 
 bool PropertyBase::canRead() const

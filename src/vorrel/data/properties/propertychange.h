@@ -16,7 +16,6 @@ public:
     PropertyChange(PropertyT *property, Document *document, const V &oldValue, const V &newValue)
         : Change(document)
         , m_property(property)
-        , m_key((quint64(quint32(typeNumber())) << 32) | property->uniqueId())
         , m_oldValue(oldValue)
         , m_newValue(newValue)
     { }
@@ -25,7 +24,13 @@ public:
     void unapply() override { assign(m_oldValue); }
 
     [[nodiscard]] int type() const override { return typeNumber(); }
-    [[nodiscard]] quint64 uniqueKey() const override { return m_key; }
+
+    /// The property itself may have gone.
+    [[nodiscard]] quint64 uniqueKey() const override
+    {
+        return (quint64(quint32(typeNumber())) << 32)
+            | foldedAddress(static_cast<const PropertyBase *>(m_property));
+    }
 
     /// The key folds an address, and an address may be used again after its document has gone: so
     /// the property and the document have to be the same, too. And a change of another kind may
@@ -62,7 +67,6 @@ private:
     }
 
     PropertyT *const m_property;
-    const quint64 m_key;
     V m_oldValue;
     V m_newValue;
 };
