@@ -1,0 +1,2 @@
+#include <QtCore/QObject>
+int main(){}
