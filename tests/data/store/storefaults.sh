@@ -70,4 +70,18 @@ for form in memory device; do
     done
 done
 fails_at write:error=ENOSPC:when=3
+
+# What killed writers have left goes a day later.
+fresh=yes
+prepare
+check "empty"
+root=$directory/store/_data/att
+stray=$root/ab/$(printf '%030d' 1)
+touch "$stray".{young1,older1}
+mkdir -p "$root".{young1,older1}/00
+touch -d "25 hours ago" "$stray.older1" "$root.older1"
+check "with strays"
+[[ ! -e $stray.older1 && ! -e $root.older1 ]] || fail "Old strays stay"
+[[ -e $stray.young1 && -e $root.young1/00 ]] || fail "Young strays are gone"
+
 printf 'killed %d times, %d faults\n' "$killed" "$faults"
