@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/base/durablefile_p.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QFileInfo>
+#include <vorrel/data/base/tuning_p.h>
+
+#include <QtCore/QDateTime>
 #include <QtCore/QSaveFile>
+
+#include <algorithm>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -74,6 +77,30 @@ bool commit(QSaveFile &file)
     }
     syncDirectory(QFileInfo(file.fileName()).path());
     return true;
+}
+
+bool renameDirectory(const QString &from, const QString &to)
+{
+    syncDirectory(from);
+    if (!QDir().rename(from, to)) {
+        return false;
+    }
+    syncDirectory(QFileInfo(to).path());
+    return true;
+}
+
+QFileInfoList strays(const QDir &directory, const QString &name, QDir::Filters kind,
+                     const QDateTime &now)
+{
+    // QSaveFile writes into a file of this name, and QTemporaryDir is told to.
+    const QFileInfoList found = directory.entryInfoList({ name + QStringLiteral(".??????") },
+                                                        kind | QDir::Hidden | QDir::System);
+    QFileInfoList old;
+    std::copy_if(found.begin(), found.end(), std::back_inserter(old),
+                 [&now](const QFileInfo &file) {
+                     return file.lastModified().secsTo(now) > tuning::strayFileAge.count();
+                 });
+    return old;
 }
 
 } // namespace vo::data::durablefile

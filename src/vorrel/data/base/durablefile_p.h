@@ -4,9 +4,12 @@
 
 #include <vorrel/data/datacoreexport.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QString>
 
 QT_BEGIN_NAMESPACE
+class QDateTime;
 class QSaveFile;
 QT_END_NAMESPACE
 
@@ -25,5 +28,13 @@ bool open(QSaveFile &file);
 /// Puts \p file in the place of the former one, once all of it is on the disk. False, and the
 /// former file stays, if this or any write before has failed.
 bool commit(QSaveFile &file);
+
+/// Gives a directory its name \p to, once what is in it is on the disk. False if that is taken.
+bool renameDirectory(const QString &from, const QString &to);
+
+/// What killed writers of a file \p name, which may be a pattern, have left in \p directory more
+/// than a day before \p now. A younger one may belong to a writer that runs.
+QFileInfoList strays(const QDir &directory, const QString &name, QDir::Filters kind,
+                     const QDateTime &now);
 
 } // namespace vo::data::durablefile

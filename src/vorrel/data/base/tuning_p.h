@@ -5,6 +5,7 @@
 #include <QtCore/QtGlobal>
 
 #include <chrono>
+#include <cstddef>
 
 /// Every period, budget and batch size of the library, each with its effect.
 namespace vo::data::tuning {
@@ -81,6 +82,7 @@ constexpr int longPollRetryLimit = 5;
 
 /// Between two polls. Shorter shows edits of others sooner and costs as many more requests.
 constexpr std::chrono::milliseconds pollPeriod = 40s;
+
 /// The memory of the document cache grows by this. Larger copies more when a document comes while
 /// the cache is being written.
 constexpr qint64 cacheSegmentSize = 1024LL * 1024;
@@ -99,6 +101,9 @@ constexpr qint64 cacheSizeLimit = 0x7E000000;
 /// Age at which a file that a killed writer has left is removed. Smaller may hit a writer that
 /// runs.
 constexpr std::chrono::seconds strayFileAge = 24h;
+
+/// Bytes of an attachment that are in memory while it is copied. Larger saves system calls.
+constexpr std::size_t attachmentCopySize = 1024 * 1024;
 
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.

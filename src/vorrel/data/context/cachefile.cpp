@@ -5,11 +5,9 @@
 #include <vorrel/data/base/clock_p.h>
 #include <vorrel/data/base/durablefile_p.h>
 #include <vorrel/data/base/logging_p.h>
-#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/util/lz4.h>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFileInfo>
 #include <QtCore/QHash>
@@ -142,16 +140,11 @@ void persistAll(const QString &path, CacheSnapshot snapshot)
 
 void removeStrays(const QString &path)
 {
-    const QFileInfo file(path);
-    const QDateTime now =
-        QDateTime::fromMSecsSinceEpoch(Clock::instance().currentMSecsSinceEpoch());
-    // QSaveFile writes into a file of this name. A younger one may belong to a writer that runs.
-    const QFileInfoList strays = file.dir().entryInfoList(
-        { file.fileName() + QStringLiteral(".??????") }, QDir::Files | QDir::Hidden | QDir::System);
-    for (const QFileInfo &stray : strays) {
-        if (stray.lastModified().secsTo(now) > tuning::strayFileAge.count()) {
-            QFile::remove(stray.filePath());
-        }
+    const QFileInfo cache(path);
+    const auto now = QDateTime::fromMSecsSinceEpoch(Clock::instance().currentMSecsSinceEpoch());
+    const auto files = durablefile::strays(cache.dir(), cache.fileName(), QDir::Files, now);
+    for (const QFileInfo &file : files) {
+        QFile::remove(file.filePath());
     }
 }
 

@@ -14,6 +14,7 @@
 #include <vorrel/data/core/accesscontroller.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
+#include <vorrel/data/store/attachmentstore.h>
 
 #include <QtCore/QTimerEvent>
 #include <QtQml/QQmlEngine>
@@ -33,6 +34,7 @@ Context::Context(QObject *parent)
     : QObject(parent)
     , d(new Private(this))
 {
+    AttachmentStore::init();
     // Without the types there would be no automatic documents. It does nothing the second time.
     _vo_data_registerTypesdata_core();
     setUpdateHandler(new DefaultUpdateHandler);

@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: The VorrelDataCore authors
+# SPDX-License-Identifier: MIT
+#
+# storefaults.sh WRITER
+#
+# Kills WRITER before the system calls by which it makes the attachment store and stores an
+# attachment in either form, and lets such calls fail. The next start must find the whole
+# attachment or nothing, and a store that takes it. Skipped where strace cannot work.
+set -euo pipefail
+writer=$1
+source "$(dirname "${BASH_SOURCE[0]}")/../../support/diskfaults.sh"
+
+form=memory
+fresh=yes
+
+prepare()
+{
+    if [[ -n $fresh ]]; then
+        rm -rf "$directory/store"
+    else
+        rm -f "$directory/store/_data/att"/*/*
+    fi
+}
+
+attempt()
+{
+    "$@" "$writer" "$directory/store" "$form"
+}
+
+check()
+{
+    found=$("$writer" "$directory/store") || fail "Damaged, $1"
+}
+
+faults=0
+
+# fails_at FAULT: nothing may be stored, and the log has one line about it.
+fails_at()
+{
+    prepare
+    if with_fault "$1"; then
+        fail "Stored from $form with $1"
+    fi
+    (($(grep -c "Failed to" "$directory/log") == 1)) \
+        || fail "Not one line after $1:" "$(cat "$directory/log")"
+    check "after $1"
+    [[ $found == nothing ]] || fail "There from $form after $1"
+    faults=$((faults + 1))
+}
+
+kill_before_each mkdir chmod fsync rename renameat2
+for number in {10..250..60} {255..259}; do # of the 256 directories, which are made alike
+    kill_before mkdir "$number" || true
+    kill_before chmod "$number" || true
+done
+((killed >= 35)) || fail "The writer was killed $killed times only while it made the store"
+for fault in mkdir:error=ENOSPC:when={1,3,100} chmod:error=EIO:when=100 \
+    rename,renameat2:error=EIO; do
+    fails_at "$fault"
+done
+
+fresh=
+for form in memory device; do
+    before=$killed
+    kill_before_each fchmod write fsync fdatasync linkat rename
+    ((killed - before >= 6)) || fail "The writer was killed $((killed - before)) times from $form"
+    for fault in write:error={ENOSPC,EIO}:when=1 {fchmod,fsync,linkat}:error=EIO:when=1; do
+        fails_at "$fault"
+    done
+done
+fails_at write:error=ENOSPC:when=3
+
+# What killed writers have left goes a day later.
+fresh=yes
+prepare
+check "empty"
+root=$directory/store/_data/att
+stray=$root/ab/$(printf '%030d' 1)
+touch "$stray".{young1,older1}
+mkdir -p "$root".{young1,older1}/00
+touch -d "25 hours ago" "$stray.older1" "$root.older1"
+check "with strays"
+[[ ! -e $stray.older1 && ! -e $root.older1 ]] || fail "Old strays stay"
+[[ -e $stray.young1 && -e $root.young1/00 ]] || fail "Young strays are gone"
+
+printf 'killed %d times, %d faults\n' "$killed" "$faults"

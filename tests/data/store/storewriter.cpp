@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+
+// Stores an attachment, to be killed at it:
+//
+//     storewriter DIRECTORY memory|device
+//     storewriter DIRECTORY
+//
+// Fails if the attachment is not there afterwards. Without a form of storing, says whether it is
+// there ("whole" or "nothing") and removes it; fails if it is damaged, or if the store cannot
+// take it any more.
+
+#include "support/literals.h"
+
+#include <vorrel/core/locations.h>
+#include <vorrel/data/store/attachmentstore.h>
+
+#include <QtCore/QBuffer>
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QFile>
+
+#include <cstdio>
+
+using namespace vo::test;
+using vo::data::AttachmentStore;
+
+namespace {
+
+const QByteArray content(3 * 1024 * 1024 + 5, 'x');
+const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Md5);
+
+bool isWhole()
+{
+    QFile file(AttachmentStore::find(hash).toLocalFile());
+    return file.open(QIODevice::ReadOnly) && file.readAll() == content;
+}
+
+bool storeIsGood()
+{
+    const bool isThere = AttachmentStore::contains(hash);
+    if (isThere && (!isWhole() || !AttachmentStore::removeAttachment(hash))) {
+        return false;
+    }
+    std::puts(isThere ? "whole" : "nothing");
+    // Directories may be missing if the making of the store was interrupted.
+    return AttachmentStore::storeDir().entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() == 256
+        && AttachmentStore::storeAttachment(content, hash).isValid() && isWhole()
+        && AttachmentStore::removeAttachment(hash);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    vo::Locations::setCacheLocation(QString::fromLocal8Bit(argv[1]));
+    AttachmentStore::init();
+    if (argc < 3) {
+        return storeIsGood() ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+    QByteArray data = content;
+    QBuffer device(&data);
+    if (qstrcmp(argv[2], "device") == 0) {
+        AttachmentStore::storeAttachment(&device, hash);
+    } else {
+        AttachmentStore::storeAttachment(data, hash);
+    }
+    return AttachmentStore::contains(hash) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
