@@ -32,9 +32,13 @@ QByteArray firstOfClass(const QByteArray &id)
 
 void installInApplication()
 {
-    // It counts as empty there, which spares the application a LanguageChange: nobody can have
-    // shown one of these texts yet.
-    QCoreApplication::installTranslator(new Texts(QCoreApplication::instance()));
+    // QML may load the plugin on another thread, which must not touch the application.
+    QCoreApplication *application = QCoreApplication::instance();
+    QMetaObject::invokeMethod(application, [application] {
+        // It counts as empty there, which spares the application a LanguageChange: nobody can have
+        // shown one of these texts yet.
+        QCoreApplication::installTranslator(new Texts(application));
+    });
 }
 
 } // namespace
