@@ -103,7 +103,7 @@ constexpr qint64 cacheSizeLimit = 0x7E000000;
 constexpr std::chrono::seconds strayFileAge = 24h;
 
 /// Bytes of an attachment that are in memory while it is copied. Larger saves system calls.
-constexpr std::size_t attachmentCopySize = 1024 * 1024;
+constexpr std::size_t attachmentCopySize = std::size_t(1024) * 1024;
 
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.

@@ -33,7 +33,7 @@ struct EditContext::Private
 
     [[nodiscard]] int last() const { return int(stack.size()) - 1; }
     [[nodiscard]] bool mayMove() const { return !walking && !current && !q->isBusy(); }
-    void walk(std::shared_ptr<ChangeSet> set, void (ChangeSet::*way)(), int distance);
+    void walk(const std::shared_ptr<ChangeSet> &set, void (ChangeSet::*way)(), int distance);
     void runHeld();
     void store(const std::shared_ptr<ChangeSet> &set);
     void updateState();
@@ -171,18 +171,18 @@ void EditContext::undo()
 void EditContext::redo()
 {
     if (d->mayMove() && d->canRedo) {
-        d->walk(d->stack[std::size_t(d->position + 1)], &ChangeSet::apply, 1);
+        d->walk(d->stack[std::size_t(d->position) + 1], &ChangeSet::apply, 1);
     }
 }
 
-// A copy of the pointer: a slot may destroy the Context, whose set must not go before the walk
-// ends.
-void EditContext::Private::walk(std::shared_ptr<ChangeSet> set, void (ChangeSet::*way)(),
+void EditContext::Private::walk(const std::shared_ptr<ChangeSet> &set, void (ChangeSet::*way)(),
                                 int distance)
 {
+    // A slot may destroy the Context, whose set must not go before the walk ends.
+    const std::shared_ptr<ChangeSet> held(set);
     const QPointer<EditContext> self(q);
     walking = true;
-    ((*set).*way)();
+    ((*held).*way)();
     if (!self) {
         return;
     }
