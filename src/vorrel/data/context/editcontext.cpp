@@ -179,6 +179,7 @@ void EditContext::Private::walk(const std::shared_ptr<ChangeSet> &set, void (Cha
                                 int distance)
 {
     // A slot may destroy the Context, whose set must not go before the walk ends.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const std::shared_ptr<ChangeSet> held(set);
     const QPointer<EditContext> self(q);
     walking = true;
