@@ -54,7 +54,9 @@ bool makeDirectory(const QString &path)
 {
     const QString parent = QFileInfo(path).path();
     if (!QFileInfo::exists(path)
-        && ((!QFileInfo::exists(parent) && !makeDirectory(parent)) || !QDir().mkdir(path))) {
+        && ((!QFileInfo::exists(parent) && !makeDirectory(parent))
+            // Another program may make it at the same time.
+            || (!QDir().mkdir(path) && !QFileInfo(path).isDir()))) {
         return false;
     }
     return QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
