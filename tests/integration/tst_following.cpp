@@ -67,7 +67,7 @@ private:
                     && document->label() == "edited"_s;
             });
         };
-        QTRY_VERIFY_WITH_TIMEOUT(isLevel(), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(isLevel(), 90000); // more than the time limit of a request
     }
 };
 
