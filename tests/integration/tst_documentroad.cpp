@@ -49,7 +49,7 @@ QString idOf(int number)
     return QStringLiteral("road.%1").arg(number);
 }
 
-/// The same as stored: by typed properties, by inline documents and by references in free data.
+/// The same as stored: by typed properties and by references in free data.
 QJsonObject storedDocument(int number)
 {
     QJsonObject document { { "_id"_s, idOf(number) } };
