@@ -11,6 +11,7 @@
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QJsonArray>
 #include <QtCore/QTimerEvent>
 #include <QtCore/QUuid>
@@ -110,6 +111,31 @@ data::LinkedDocument *ContextFixture::load(const QString &id)
     m_context->loadDocument(id);
     return finishLoading() ? qobject_cast<data::LinkedDocument *>(m_context->loadedDocument(id))
                            : nullptr;
+}
+
+data::SaveQueue *ContextFixture::startSaving()
+{
+    m_context->createDocument("tag"_s);
+    m_couch.hold();
+    m_context->saveLocalChanges();
+    return m_context ? m_context->saveQueue() : nullptr;
+}
+
+bool ContextFixture::finishSaving()
+{
+    m_couch.release();
+    processEvents();
+    const QDeadlineTimer patience(30000);
+    while (m_context && m_context->isSaving() && !patience.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    }
+    return m_context && !m_context->isSaving() && !m_context->hasLocalChanges();
+}
+
+bool ContextFixture::save()
+{
+    m_context->saveLocalChanges();
+    return finishSaving();
 }
 
 data::LinkedDocument *ContextFixture::create(const QString &id, const QString &revision)

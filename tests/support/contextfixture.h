@@ -46,6 +46,16 @@ public:
     /// The document, loaded and built; null if there is none.
     [[nodiscard]] data::LinkedDocument *load(const QString &id);
 
+    /// Begins an upload of a new document and of all that is dirty. Until finishSaving(), the
+    /// database keeps its answers back.
+    data::SaveQueue *startSaving();
+
+    /// True if what was being saved is saved now.
+    [[nodiscard]] bool finishSaving();
+
+    /// Uploads all that is dirty.
+    [[nodiscard]] bool save();
+
     /// A new tag, clean if it has a \p revision.
     data::LinkedDocument *create(const QString &id, const QString &revision = {});
 

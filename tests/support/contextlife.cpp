@@ -12,6 +12,7 @@
 #include <vorrel/data/context/loadqueue.h>
 #include <vorrel/data/context/loadrequest.h>
 #include <vorrel/data/core/iincubatable.h>
+#include <vorrel/data/transfer/savequeue.h>
 
 namespace vo::test {
 
@@ -56,7 +57,6 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { fixture->setAttachmentDownloadEnabled(true); },
         [&] { fixture->setDatabase("second"_s); },
         [&] { fixture->setFollowsRemoteEdits(true); },
-        [&] { QMetaObject::invokeMethod(fixture.context(), "saveFinished"); },
         [&] { fixture->incubate(&patient); },
         [&] { hook(fixture->loadDocument("a"_s)); },
         [&] { static_cast<void>(fixture.finishLoading()); },
@@ -65,6 +65,10 @@ bool diesInSlot(const QByteArray &senderClass, const QByteArray &signal, int emi
         [&] { fixture->linkDocuments(fixture->documentNode("a"), fixture->documentNode("b")); },
         [&] { fixture.create("local"_s); },
         [&] { document("local"_s)->setLabel("x"_s); },
+        [&] { hook(fixture.startSaving()); },
+        [&] { fixture.couch().failNext(1, 500); },
+        [&] { static_cast<void>(fixture.finishSaving()); },
+        [&] { static_cast<void>(fixture.save()); },
         [&] { processEvents(); },
         [&] { document("local"_s)->remove(); },
         [&] { fixture.create("local"_s); },

@@ -36,6 +36,25 @@ FakeCouch::Answer json(const QJsonObject &object, int status = 200)
              { { "Content-Type", "application/json" } } };
 }
 
+FakeCouch::Answer refusal(int status, const QString &reason)
+{
+    return json({ { "error"_s, "refused"_s }, { "reason"_s, reason } }, status);
+}
+
+// The entries of `_attachments` as the database keeps them. Nothing if a stub names what it lacks.
+std::optional<QJsonObject> storedAttachments(const QJsonObject &sent, const QJsonObject &former)
+{
+    QJsonObject stored;
+    for (auto entry = sent.begin(); entry != sent.end(); ++entry) {
+        const bool isStub = entry.value().toObject().contains("stub"_s);
+        if (isStub && !former.contains(entry.key())) {
+            return std::nullopt;
+        }
+        stored.insert(entry.key(), isStub ? former.value(entry.key()) : entry.value());
+    }
+    return stored;
+}
+
 } // namespace
 
 /// Ends as the replies of Qt do: error first, then finished; at once when aborted.
@@ -201,15 +220,53 @@ FakeCouch::Answer FakeCouch::answer(const Call &call)
         }
         return json({ { "total_rows"_s, int(m_documents.size()) }, { "rows"_s, rows } });
     }
+    if (call.verb == "PUT") {
+        return put(call);
+    }
     const QString name = call.url.path(QUrl::FullyEncoded).section(QLatin1Char('/'), -1);
     const QJsonObject document = m_documents.value(QUrl::fromPercentEncoding(name.toLatin1()));
     const bool isRead = call.verb == "GET" || call.verb == "HEAD";
     if (!isRead || document.isEmpty() || document.contains("_deleted"_s)) {
-        return json(R"({"error":"not_found","reason":"missing"})"_json, 404);
+        return refusal(404, "missing"_s);
     }
     Answer answer = json(document);
     answer.headers.insert("ETag", '"' + document.value("_rev"_s).toString().toLatin1() + '"');
     return answer;
+}
+
+FakeCouch::Answer FakeCouch::put(const Call &call)
+{
+    const QStringList path = call.url.path(QUrl::FullyDecoded).split(QLatin1Char('/'));
+    const QString id = path.value(2);
+    const QJsonObject former = m_documents.value(id);
+    const QString revision = former.value("_rev"_s).toString();
+    if (QString::fromLatin1(call.request.rawHeader("If-Match")) != revision) {
+        return refusal(409, "Document update conflict."_s);
+    }
+    const QJsonObject formerAttachments = former.value("_attachments"_s).toObject();
+    QJsonObject document = former;
+    QJsonObject attachments = formerAttachments;
+    if (path.size() > 3) {
+        attachments.insert(
+            path.value(3),
+            QJsonObject { { "data"_s, QString::fromLatin1(call.body.toBase64()) },
+                          { "content_type"_s,
+                            QString::fromLatin1(call.request.rawHeader("Content-Type")) } });
+    } else {
+        document = call.json();
+        const auto stored =
+            storedAttachments(document.value("_attachments"_s).toObject(), formerAttachments);
+        if (!stored) {
+            return refusal(412, "Invalid attachment stub"_s);
+        }
+        attachments = *stored;
+    }
+    const int generation = revision.section(QLatin1Char('-'), 0, 0).toInt() + 1;
+    document.insert("_id"_s, id);
+    document.insert("_rev"_s, "%1-%2"_s.arg(generation).arg(id));
+    document.insert("_attachments"_s, attachments);
+    store(document);
+    return json({ { "ok"_s, true }, { "id"_s, id }, { "rev"_s, document.value("_rev"_s) } }, 201);
 }
 
 QJsonObject FakeCouch::row(const QString &key) const

@@ -18,10 +18,10 @@ namespace vo::test {
 /// A network access manager that is the database: it answers from memory, without a socket, in a
 /// later turn of the event loop.
 ///
-/// It knows `POST _all_docs` with keys, always with the documents, and GET and HEAD of documents;
-/// all else is a 404. The database name in the URL is not looked at. Faults are put in a queue, one
-/// for each request to come; requests beyond them go to the responder, if there is one, then to the
-/// documents.
+/// It knows `POST _all_docs` with keys, always with the documents, GET and HEAD of documents, and
+/// PUT of documents and attachments, with revisions and stubs; all else is a 404. The database name
+/// in the URL is not looked at. Faults are put in a queue, one for each request to come; requests
+/// beyond them go to the responder, if there is one, then to the documents.
 class FakeCouch : public QNetworkAccessManager
 {
 public:
@@ -56,6 +56,8 @@ public:
 
     /// Stores \p document under its "_id"; a missing "_rev" becomes "1-" and the id.
     void store(QJsonObject document);
+    /// Empty if there is none.
+    [[nodiscard]] QJsonObject document(const QString &id) const { return m_documents.value(id); }
     /// Leaves a tombstone in the place of the document.
     void markDeleted(const QString &id);
 
@@ -87,6 +89,7 @@ protected:
 private:
     void script(int count, const Answer &answer);
     [[nodiscard]] Answer answer(const Call &call);
+    [[nodiscard]] Answer put(const Call &call);
     [[nodiscard]] QJsonObject row(const QString &key) const;
 
     QHash<QString, QJsonObject> m_documents;

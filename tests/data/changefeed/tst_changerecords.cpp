@@ -74,24 +74,24 @@ private Q_SLOTS:
     void recordsWaitForTheEndOfASave()
     {
         RecordFixture scene;
-        scene.call("saveStarted");
+        scene.startSaving();
         for (const QString &id : "a b c"_l) {
             scene.monitor->handle(id, "2-"_s + id);
             QVERIFY(scene.monitor->log.isEmpty() && scene.monitor->lastSequence().isEmpty());
         }
         connect(scene.monitor, &ChangeFeedMonitor::newRevision, this, [&](const QString &id) {
             if (id == "b"_s) {
-                scene.call("saveStarted");
+                scene.startSaving();
             }
         });
-        scene.call("saveFinished");
+        QVERIFY(scene.finishSaving());
         scene.monitor->handle("d"_s, "2-d"_s);
         QCOMPARE(scene.monitor->log, "a:2-a b:2-b"_l);
         // An endless one does not fill the memory.
         for (int i = 0; i < 100000; ++i) {
             scene.monitor->handle("d"_s, "3-"_s + QString::number(i));
         }
-        scene.call("saveFinished");
+        QVERIFY(scene.finishSaving());
         QCOMPARE(scene.monitor->log, "a:2-a b:2-b c:2-c d:3-99998 d:3-99999"_l);
         QCOMPARE(scene.monitor->lastSequence(), "3-99999"_s);
     }

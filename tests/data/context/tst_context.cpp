@@ -45,10 +45,11 @@ private Q_SLOTS:
     {
         LogCapture log;
         QList<QByteArray> names {
-            "LoadQueue loadingChanged", "LoadQueue documentNotFound",
-            "LoadRequest finished",     "DocumentIncubator incubatingChanged",
-            "Document editedChanged",   "Document labelChanged",
-            "Document deletedChanged",
+            "LoadQueue loadingChanged",  "LoadQueue documentNotFound",
+            "LoadRequest finished",      "DocumentIncubator incubatingChanged",
+            "Document editedChanged",    "Document labelChanged",
+            "Document deletedChanged",   "SaveQueue finished",
+            "SaveQueue progressChanged",
         };
         const QList<QByteArray> own = signalNames(Context::staticMetaObject);
         for (const QByteArray &name : own) {

@@ -27,6 +27,8 @@ constexpr QLatin1String structPrefix("s:");
 // Attachment stubs
 constexpr QLatin1String contentType("content_type");
 constexpr QLatin1String length("length");
+constexpr QLatin1String stub("stub");
+constexpr QLatin1String attachmentData("data");
 
 // Bulk fetch
 constexpr QLatin1String keys("keys");
@@ -44,6 +46,7 @@ constexpr QLatin1String rev("rev");
 constexpr QLatin1String value("value");
 constexpr QLatin1String deleted("deleted");
 constexpr QLatin1String error("error");
+constexpr QLatin1String reason("reason");
 
 // Coordinates
 constexpr QLatin1String latitude("lat");

@@ -105,6 +105,23 @@ constexpr std::chrono::seconds strayFileAge = 24h;
 /// Bytes of an attachment that are in memory while it is copied. Larger saves system calls.
 constexpr std::size_t attachmentCopySize = std::size_t(1024) * 1024;
 
+/// Base64 text of attachments that goes inside a document when it is uploaded, in bytes. Larger
+/// saves requests and takes more memory.
+constexpr qint64 inlineAttachmentLimit = 5LL * 1024 * 1024;
+
+/// Documents whose upload is being prepared at a time; as many are in memory with their
+/// attachments.
+constexpr int parallelPreparations = 2;
+
+/// Conflicts of one upload that are answered at once; before each further attempt there is a wait,
+/// which doubles up to the limit.
+constexpr int promptConflictRetries = 4;
+constexpr std::chrono::milliseconds conflictRetryBase = 1s;
+constexpr std::chrono::milliseconds conflictRetryLimit = 30s;
+
+/// Bytes of a server's refusal that are logged.
+constexpr int loggedAnswerSize = 1024;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;

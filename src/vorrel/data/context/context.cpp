@@ -11,6 +11,7 @@
 #include <vorrel/data/context/defaultloadqueue.h>
 #include <vorrel/data/context/defaultupdatehandler.h>
 #include <vorrel/data/context/documentincubator.h>
+#include <vorrel/data/context/reloadingupdatehandler.h>
 #include <vorrel/data/core/accesscontroller.h>
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
@@ -41,6 +42,8 @@ Context::Context(QObject *parent)
     Context::setLoadQueue(new DefaultLoadQueue(this));
     connect(d->incubator, &DocumentIncubator::incubatingChanged, this, &Context::updateBusyState);
     LinkedDocument::createAutoInstances(this);
+    connect(this, &Context::saveQueueChanged, this, &Context::canSaveChanged);
+    connect(this, &Context::hasLocalChangesChanged, this, &Context::canSaveChanged);
 }
 
 Context::Context(const QUrl &serviceUrl, const QString &database, QObject *parent)
@@ -55,6 +58,7 @@ Context::~Context()
     blockSignals(true);
     d->closing = true;
     d->updateHandler.reset();
+    d->conflictReloads.reset();
     delete std::exchange(d->monitor, nullptr);
     delete std::exchange(d->loadQueue, nullptr);
     d->graphTasks.clear();

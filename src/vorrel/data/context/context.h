@@ -12,6 +12,7 @@
 #include <QtCore/QSharedPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
+#include <QtCore/QVariantList>
 #include <QtQml/QQmlListProperty>
 #include <QtQml/QQmlParserStatus>
 #include <QtQml/qqml.h>
@@ -39,6 +40,8 @@ class Job;
 class LinkedDocument;
 class LoadQueue;
 class LoadRequest;
+class SaveFailure;
+class SaveQueue;
 struct DownloadProgress;
 
 /// One database on one server, and all of its documents that were loaded or made here. Everything
@@ -58,6 +61,7 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_MOC_INCLUDE("vorrel/data/context/contexterror.h")
     Q_MOC_INCLUDE("vorrel/data/context/downloadstatus.h")
     Q_MOC_INCLUDE("vorrel/data/core/linkeddocument.h")
+    Q_MOC_INCLUDE("vorrel/data/transfer/savequeue.h")
     Q_PROPERTY(QUrl serviceUrl READ serviceUrl WRITE setServiceUrlFromQml NOTIFY serviceUrlChanged)
     Q_PROPERTY(QString database READ database WRITE setDatabase NOTIFY databaseChanged)
     Q_PROPERTY(
@@ -73,6 +77,9 @@ class VORREL_DATACORE_EXPORT Context : public QObject, public QQmlParserStatus
     Q_PROPERTY(int tryFixRemainingTime READ tryFixRemainingTime NOTIFY tryFixRemainingTimeChanged)
     Q_PROPERTY(vo::data::DownloadStatus *download READ download NOTIFY downloadChanged)
     Q_PROPERTY(bool hasLocalChanges READ hasLocalChanges NOTIFY hasLocalChangesChanged)
+    Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
+    Q_PROPERTY(vo::data::SaveQueue *saveQueue READ saveQueue NOTIFY saveQueueChanged)
+    Q_PROPERTY(QVariantList saveFailures READ saveFailureList NOTIFY saveFailuresChanged)
     Q_PROPERTY(QString language READ language CONSTANT)
     Q_PROPERTY(QString country READ country CONSTANT)
 
@@ -95,6 +102,18 @@ public:
     };
     Q_DECLARE_FLAGS(ContentFetchPolicy, ContentFetchPolicyFlag)
     Q_FLAG(ContentFetchPolicy)
+
+    /// What becomes of a document that was edited here and by somebody else, too.
+    enum ConflictResolution {
+        KeepLocal,  ///< it is saved over the other edit
+        KeepRemote, ///< the edits made here are dropped, and the document is loaded anew
+        StopSaving, ///< the upload fails; the edits stay unsaved
+    };
+    Q_ENUM(ConflictResolution)
+
+    /// Decides about \a document, in whose place the database holds \a remoteRevision.
+    using ConflictHandler =
+        std::function<ConflictResolution(Document *document, const QString &remoteRevision)>;
 
     /// Named so by attachments, too.
     using DownloadData = DownloadProgress;
@@ -243,10 +262,6 @@ public:
     [[nodiscard]] QList<Document *> localDocuments() const;
     [[nodiscard]] bool hasLocalChanges() const;
 
-    /// Whether edits may be uploaded now. True at first.
-    [[nodiscard]] bool isSaveEnabled() const;
-    void setSaveEnabled(bool enabled);
-
     /// Calls \p handler with each document of \p type or a type below it when it is made. Handlers
     /// of shorter types run first.
     void addCreationHandler(const QString &type, std::function<void(Document *)> handler);
@@ -259,6 +274,31 @@ public:
     /// Logs for support, in "vorrel.data.context": how many documents of each type there are, how
     /// many inline documents no property holds, and how large the tables and queues are.
     void documentReport() const;
+    /// @}
+
+    /// \name Saving
+    /// @{
+
+    /// Whether saveLocalChanges() would do anything.
+    [[nodiscard]] bool canSave() const;
+
+    /// Whether edits may be uploaded now. True at first; an EditContext switches it off while
+    /// changes are being grouped.
+    [[nodiscard]] bool isSaveEnabled() const;
+    void setSaveEnabled(bool enabled);
+
+    /// The upload that runs, or null. Owned by the Context. The change feed waits until it has
+    /// ended.
+    [[nodiscard]] SaveQueue *saveQueue() const;
+    [[nodiscard]] bool isSaving() const;
+
+    /// What the last upload could not save, and why; empty while one runs and after a success.
+    [[nodiscard]] QList<SaveFailure> saveFailures() const;
+
+    /// Asks \p handler when somebody else has edited a document that is being saved. Without one,
+    /// and after setting null, what is here wins. Either way there is a warning in
+    /// "vorrel.data.savequeue" that names the document and the revisions.
+    void setConflictHandler(ConflictHandler handler);
     /// @}
 
     /// \name For the library itself
@@ -278,14 +318,14 @@ public:
     void incubate(IIncubatable *object);
     void finishIncubation();
 
-    /// Whether an upload runs. The change feed waits for saved() then.
-    [[nodiscard]] bool isSaving() const;
-
     /// Runs \p task in a later turn, together with others, 6 ms of them at a time.
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task);
     /// @}
 
 public Q_SLOTS:
+    /// Uploads all unsaved edits. saved() tells how that went. Does nothing unless canSave().
+    void saveLocalChanges();
+
     /// Asks anew for the access level of every document.
     void updateAccessLevel();
 
@@ -305,7 +345,11 @@ Q_SIGNALS:
     void tryFixTriggered();
     void tryFixRemainingTimeChanged(int time);
 
-    /// An upload has ended.
+    void canSaveChanged();
+    void saveQueueChanged();
+    void saveFailuresChanged();
+
+    /// An upload has ended. False if not everything was saved: see saveFailures().
     void saved(bool success);
     void downloadChanged();
     void documentAdded(vo::data::Document *document);
@@ -328,17 +372,24 @@ private Q_SLOTS:
     void handleNewRevision(const QString &id, const QString &revision);
     void errorFixed();
     void handleChangeFeedError();
-    void saveStarted();
     void saveFinished();
+    void saveLost();
 
 private:
     friend class Job;
+    friend class SaveTask;
     friend DocumentStore &documentStore(const Context *context);
 
     void setServiceUrlFromQml(const QUrl &url);
     void setChangeFeedMonitorTypeFromQml(ChangeFeedMonitorType type);
     void openDatabase(const QString &name);
     [[nodiscard]] QQmlListProperty<ContextError> errorList();
+    [[nodiscard]] QVariantList saveFailureList() const;
+    [[nodiscard]] ConflictResolution resolveConflict(Document *document,
+                                                     const QString &remoteRevision);
+
+    /// Lets the edits go and loads what the database has.
+    void dropEdits(Document *document);
     void addJob(Job *job);
     void removeJob(Job *job);
 

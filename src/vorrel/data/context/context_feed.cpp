@@ -92,32 +92,4 @@ bool Context::isTakingRemoteEdit() const
     return d->remoteEdits > 0;
 }
 
-// What is being saved
-
-bool Context::isSaveEnabled() const
-{
-    return d->saveEnabled;
-}
-
-void Context::setSaveEnabled(bool enabled)
-{
-    d->saveEnabled = enabled;
-}
-
-bool Context::isSaving() const
-{
-    return d->saving;
-}
-
-void Context::saveStarted()
-{
-    d->saving = true;
-}
-
-void Context::saveFinished()
-{
-    d->saving = false;
-    Q_EMIT saved(true);
-}
-
 } // namespace vo::data

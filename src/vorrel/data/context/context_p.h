@@ -7,6 +7,7 @@
 #include <vorrel/data/context/documentcache.h>
 #include <vorrel/data/context/downloadprogress.h>
 #include <vorrel/data/context/loadrequestboard_p.h>
+#include <vorrel/data/context/savefailure.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/documenttask.h>
@@ -28,6 +29,8 @@ namespace vo::data {
 
 class ChangeFeedMonitor;
 class DocumentIncubator;
+class ReloadingUpdateHandler;
+class SaveQueue;
 
 struct Context::Private final : DocumentStore
 {
@@ -67,7 +70,6 @@ struct Context::Private final : DocumentStore
 
     // The database as others change it
     ChangeFeedMonitor *monitor = nullptr; // child of the Context; null without a database
-    bool saving = false;
 
     // Loading
     DocumentIncubator *const incubator;   // child of the Context
@@ -83,8 +85,12 @@ struct Context::Private final : DocumentStore
     QList<Document *> locals;
     QHash<QString, QVector<std::function<void(Document *)>>> creationHandlers;
 
-    // Edits
+    // Edits and saving
     bool saveEnabled = true;
+    SaveQueue *saveQueue = nullptr; // child of the Context, while an upload runs
+    QList<SaveFailure> saveFailures;
+    ConflictHandler conflictHandler;
+    std::unique_ptr<ReloadingUpdateHandler> conflictReloads; // made when edits are dropped first
     int remoteEdits = 0; // edits of others that are being taken, one inside the other
 
     // Errors
@@ -125,6 +131,9 @@ struct Context::Private final : DocumentStore
     void runCreationHandlers(Document *document);
     void startDependencyTimer();
     void runDependencyUpdates();
+
+    void endSave(bool success, const QList<SaveFailure> &failures);
+    void setSaveFailures(const QList<SaveFailure> &failures);
 
     void insertError(ContextError *error);
 
