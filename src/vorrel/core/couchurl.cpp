@@ -59,6 +59,13 @@ QUrl CouchUrl::documentUrl(const QUrl &serviceUrl, const QString &database, cons
     return resource(serviceUrl, database, prefix + segment(name));
 }
 
+QUrl CouchUrl::attachmentUrl(const QUrl &serviceUrl, const QString &database, const QString &id,
+                             const QString &name)
+{
+    const QUrl document = documentUrl(serviceUrl, database, id);
+    return document.isValid() && isAddressable(name) ? below(document, segment(name)) : QUrl();
+}
+
 QUrl CouchUrl::resource(const QUrl &serviceUrl, const QString &database, const QString &path,
                         const Query &query)
 {

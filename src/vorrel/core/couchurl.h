@@ -31,6 +31,10 @@ public:
     /// belong to the database server.
     static QUrl documentUrl(const QUrl &serviceUrl, const QString &database, const QString &id);
 
+    /// The attachment \p name of a document. Invalid as the two above.
+    static QUrl attachmentUrl(const QUrl &serviceUrl, const QString &database, const QString &id,
+                              const QString &name);
+
     /// A resource that the server offers below the database, such as "_all_docs" or
     /// "_design/name/_view/view". \p path is taken as it is, \p query is encoded.
     static QUrl resource(const QUrl &serviceUrl, const QString &database, const QString &path,

@@ -89,6 +89,12 @@ QUrl Document::documentUrl() const
     return CouchUrl::documentUrl(serviceUrl(), database(), documentId());
 }
 
+QUrl Document::attachmentUrl(const QByteArray &hash) const
+{
+    return CouchUrl::attachmentUrl(serviceUrl(), database(), documentId(),
+                                   QString::fromLatin1(hash));
+}
+
 QString Document::language() const
 {
     return documentStore(context()).language();

@@ -23,6 +23,7 @@ namespace vo::data {
 
 class AccessController;
 class Attachment;
+class AttachmentProperty;
 class Change;
 class Context;
 class DocumentListPropertyBase;
@@ -202,6 +203,10 @@ public:
     /// Where the document stands in the database. Holds the user and password of serviceUrl(), if
     /// it has any: not for logs.
     [[nodiscard]] QUrl documentUrl() const;
+
+    /// Where the database has the attachment of that \p hash, given in hexadecimal digits. As
+    /// above.
+    [[nodiscard]] QUrl attachmentUrl(const QByteArray &hash) const;
     [[nodiscard]] QString language() const;
     [[nodiscard]] bool isDirty() const;
     [[nodiscard]] bool hasLocalChanges() const;
@@ -216,6 +221,9 @@ public:
     [[nodiscard]] QList<Document *> attached() const;
     [[nodiscard]] QList<Document *> referencingDocuments() const;
     [[nodiscard]] QQmlListProperty<Document> attachedDocuments();
+
+    /// The stored properties that are files.
+    [[nodiscard]] QList<AttachmentProperty *> attachmentProperties() const;
 
     /// The language text behind the property \p property. Null for other properties, for an empty
     /// one and below ReadAccess.
@@ -262,6 +270,7 @@ protected:
     void setUseLocale(bool useLocale);
 
 private:
+    friend class AttachmentProperty;
     friend class InlineDocument;
     friend class LinkedDocument;
     friend class PropertyBase;

@@ -5,6 +5,7 @@
 
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/core/document_p.h>
+#include <vorrel/data/properties/attachmentproperty.h>
 #include <vorrel/data/properties/documentlistpropertybase.h>
 #include <vorrel/data/properties/langstring.h>
 #include <vorrel/data/properties/langstringproperty.h>
@@ -60,6 +61,17 @@ bool Document::hasProperty(const QString &name) const
     return metaObject()->indexOfProperty(name.toLatin1().constData()) >= 0;
 }
 
+QList<AttachmentProperty *> Document::attachmentProperties() const
+{
+    QList<AttachmentProperty *> attachments;
+    for (PropertyBase *property : d->properties) {
+        if (property->type() == PropertyBase::AttachmentFile) {
+            attachments.append(static_cast<AttachmentProperty *>(property));
+        }
+    }
+    return attachments;
+}
+
 void Document::copyProperties(Document *source)
 {
     lock();
@@ -109,17 +121,22 @@ QJsonObject Document::serialize() const
 void Document::assignData(const QJsonObject &object)
 {
     const QPointer<Document> self(this);
+    const QJsonObject entries = object.value(jsonkeys::attachments).toObject();
+    QSet<QByteArray> attachments;
     const std::vector<PropertyBase *> properties = d->properties;
     for (PropertyBase *property : properties) {
         const QJsonValue value = object.value(QLatin1String(property->name()));
-        if (!value.isUndefined()) {
+        if (property->type() == PropertyBase::AttachmentFile) {
+            attachments.insert(static_cast<AttachmentProperty *>(property)->assign(value, entries));
+        } else if (!value.isUndefined()) {
             property->fromJson(value);
-            if (!self) {
-                return;
-            }
+        }
+        if (!self) {
+            return;
         }
     }
-    setCurrentAttachments({});
+    attachments.remove({}); // of those without a file
+    setCurrentAttachments(attachments);
 }
 
 // List properties by name

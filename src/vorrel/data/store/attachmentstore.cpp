@@ -109,6 +109,11 @@ AttachmentStore::Private &AttachmentStore::d()
     return instance;
 }
 
+bool AttachmentStore::isHash(const QByteArray &hash)
+{
+    return hash.size() == hashSize;
+}
+
 void AttachmentStore::init()
 {
     Locker locker(d().lock);
@@ -255,7 +260,7 @@ QList<QByteArray> AttachmentStore::unreferencedAttachments(const QSet<QByteArray
 
 QString AttachmentStore::pathForHash(const QByteArray &hash)
 {
-    if (!d().initialized || hash.size() != hashSize) {
+    if (!d().initialized || !isHash(hash)) {
         return QString();
     }
     const QString digits = QString::fromLatin1(hash.toHex());

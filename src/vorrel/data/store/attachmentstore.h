@@ -32,6 +32,9 @@ class VORREL_DATACORE_EXPORT AttachmentStore
 public:
     AttachmentStore() = delete;
 
+    /// Whether \p hash is one under which there can be a file.
+    [[nodiscard]] static bool isHash(const QByteArray &hash);
+
     /// Makes the directories below Locations::cacheLocation(), for the current user alone, if there
     /// are none yet. What killed writers have left there goes a day later; to look for it takes
     /// some 3 ms for every 1000 files. A Context calls it; the second call does nothing. Ends the
