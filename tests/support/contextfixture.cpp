@@ -8,6 +8,8 @@
 #include <vorrel/data/base/timeslice_p.h>
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/loadqueue.h>
+#include <vorrel/data/context/savefailure.h>
+#include <vorrel/data/transfer/savequeue.h>
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
@@ -115,21 +117,23 @@ data::LinkedDocument *ContextFixture::load(const QString &id)
 
 data::SaveQueue *ContextFixture::startSaving()
 {
-    m_context->createDocument("tag"_s);
     m_couch.hold();
-    m_context->saveLocalChanges();
+    m_context->createDocument("tag"_s);
+    if (m_context) {
+        m_context->saveLocalChanges();
+    }
     return m_context ? m_context->saveQueue() : nullptr;
 }
 
 bool ContextFixture::finishSaving()
 {
+    const QPointer<data::SaveQueue> queue(m_context->saveQueue());
     m_couch.release();
-    processEvents();
     const QDeadlineTimer patience(30000);
-    while (m_context && m_context->isSaving() && !patience.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    while (queue && m_context && m_context->saveQueue() == queue && !patience.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
-    return m_context && !m_context->isSaving() && !m_context->hasLocalChanges();
+    return m_context && m_context->saveFailures().isEmpty();
 }
 
 bool ContextFixture::save()

@@ -236,8 +236,8 @@ FakeCouch::Answer FakeCouch::answer(const Call &call)
 
 FakeCouch::Answer FakeCouch::put(const Call &call)
 {
-    const QStringList path = call.url.path(QUrl::FullyDecoded).split(QLatin1Char('/'));
-    const QString id = path.value(2);
+    const QStringList path = call.url.path(QUrl::FullyEncoded).split(QLatin1Char('/'));
+    const QString id = QUrl::fromPercentEncoding(path.value(2).toLatin1());
     const QJsonObject former = m_documents.value(id);
     const QString revision = former.value("_rev"_s).toString();
     if (QString::fromLatin1(call.request.rawHeader("If-Match")) != revision) {

@@ -155,12 +155,21 @@ QList<AttachmentInfo> SaveTask::takeAttachments()
     const QList<AttachmentProperty *> properties = m_document->attachmentProperties();
     for (const AttachmentProperty *property : properties) {
         const QByteArray hash = property->hash();
-        if (!hash.isEmpty()) {
-            infos.append({ m_attachments.contains(hash), property->size(), hash,
-                           usableContentType(property->mimeType()), property->get().toLocalFile(),
-                           m_document->attachmentUrl(hash) });
-            hashes.insert(hash);
+        if (hash.isEmpty()) {
+            continue;
         }
+        const AttachmentInfo info { m_attachments.contains(hash),
+                                    property->size(),
+                                    hash,
+                                    usableContentType(property->mimeType()),
+                                    property->get().toLocalFile(),
+                                    m_document->attachmentUrl(hash) };
+        if (!info.present && info.localFile.isEmpty()) {
+            qCCritical(lcSaveQueue, "Document %s: there is no file %s for its property %s",
+                       qPrintable(m_id), hash.constData(), property->name().constData());
+        }
+        infos.append(info);
+        hashes.insert(hash);
     }
     m_attachments = hashes;
     return infos;
