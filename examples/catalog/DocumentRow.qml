@@ -13,7 +13,7 @@ AbstractButton {
     required property var modelData
     readonly property LinkedDocument document: modelData as LinkedDocument
     readonly property bool current: document === Session.current
-    readonly property bool edited: document.edited > Session.opened
+    readonly property bool unsaved: Session.isUnsaved(document)
 
     width: ListView.view ? ListView.view.width : 0
     height: 52
@@ -53,11 +53,11 @@ AbstractButton {
         }
 
         Text {
-            text: row.document.deleted ? "deleted" : row.edited ? "edited"
+            text: row.document.deleted ? "deleted" : row.unsaved ? "unsaved"
                                                   : Fields.shortRevision(row.document.revision)
             font.pixelSize: Theme.captionSize
             color: row.document.deleted ? Theme.removed
-                                        : row.edited ? Theme.edited : Theme.inkFaint
+                                        : row.unsaved ? Theme.edited : Theme.inkFaint
         }
     }
 

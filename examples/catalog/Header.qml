@@ -67,8 +67,22 @@ Rectangle {
             Layout.leftMargin: -Theme.unit
         }
 
+        ActionButton {
+            text: "Save"
+            primary: true
+            enabled: header.context.canSave
+            onClicked: header.context.saveLocalChanges()
+            Layout.leftMargin: -Theme.unit
+        }
+
+        ProgressBar {
+            visible: header.context.saveQueue !== null
+            value: header.context.saveQueue ? header.context.saveQueue.progress : 0
+            implicitWidth: 100
+        }
+
         Rectangle {
-            visible: header.context.hasLocalChanges
+            visible: header.context.hasLocalChanges && !header.context.saveQueue
             implicitWidth: changes.implicitWidth + 20
             implicitHeight: changes.implicitHeight + 10
             radius: height / 2

@@ -41,6 +41,19 @@ ApplicationWindow {
         onActivated: context.redo()
     }
 
+    Shortcut {
+        sequence: "Ctrl+S"
+        enabled: context.canSave
+        onActivated: context.saveLocalChanges()
+    }
+
+    Connections {
+        target: context
+        function onSaved() {
+            ++Session.uploads
+        }
+    }
+
     // The next start may be without a network. Nothing is written if nothing has changed.
     Timer {
         interval: 3 * 60 * 1000
@@ -86,6 +99,11 @@ ApplicationWindow {
             }
 
             ErrorBanner {
+                context: context
+                Layout.fillWidth: true
+            }
+
+            SaveBanner {
                 context: context
                 Layout.fillWidth: true
             }

@@ -61,7 +61,8 @@ Rectangle {
             }
 
             Text {
-                text: panel.note ? "It exists in this window only: saving is not there yet."
+                text: panel.note ? (Session.isUnsaved(panel.note) ? "It exists in this window only, until it is saved."
+                                                                  : "It is in the database.")
                                  : "The database has no such document. A RootDocument takes it up once it is made."
                 font.pixelSize: Theme.captionSize
                 color: Theme.inkSoft

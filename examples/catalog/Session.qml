@@ -12,6 +12,11 @@ QtObject {
     // All documents.
     property Catalogue catalogue: null
 
-    // When the window opened: what was edited later was edited here.
-    readonly property date opened: new Date()
+    // How many uploads have ended.
+    property int uploads: 0
+
+    function isUnsaved(document: LinkedDocument): bool {
+        // Nothing tells of it directly: it begins with an edit and ends with an upload.
+        return uploads >= 0 && document.edited && document.isDirty()
+    }
 }

@@ -208,8 +208,10 @@ public:
     /// above.
     [[nodiscard]] QUrl attachmentUrl(const QByteArray &hash) const;
     [[nodiscard]] QString language() const;
-    [[nodiscard]] bool isDirty() const;
-    [[nodiscard]] bool hasLocalChanges() const;
+    /// Whether it has edits that were not saved yet; both are the same. There is no signal of its
+    /// own: ask again after editedChanged() and Context::saved().
+    Q_INVOKABLE [[nodiscard]] bool isDirty() const;
+    Q_INVOKABLE [[nodiscard]] bool hasLocalChanges() const;
 
     /// Whether there is a Qt property of this name, stored or not.
     [[nodiscard]] bool hasProperty(const QString &name) const;
