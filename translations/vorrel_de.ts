@@ -13,6 +13,10 @@
         <source>Changes made by others do not arrive: the connection to the server is interrupted.</source>
         <translation>Änderungen anderer kommen nicht an: Die Verbindung zum Server ist unterbrochen.</translation>
     </message>
+    <message id="error.attachment">
+        <source>The file could not be loaded.</source>
+        <translation>Die Datei konnte nicht geladen werden.</translation>
+    </message>
     <message id="error.network.1">
         <source>The server refuses the connection.</source>
         <translation>Der Server lehnt die Verbindung ab.</translation>

@@ -13,6 +13,10 @@
         <source>Changes made by others do not arrive: the connection to the server is interrupted.</source>
         <translation>Changes made by others do not arrive: the connection to the server is interrupted.</translation>
     </message>
+    <message id="error.attachment">
+        <source>The file could not be loaded.</source>
+        <translation>The file could not be loaded.</translation>
+    </message>
     <message id="error.network.1">
         <source>The server refuses the connection.</source>
         <translation>The server refuses the connection.</translation>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import assert from 'node:assert/strict';
+import { createHash } from 'node:crypto';
 import { readdirSync, readFileSync } from 'node:fs';
 
 import { run, startServer, test } from './support.js';
@@ -11,7 +12,7 @@ const docs = readdirSync(folder)
   .filter((name) => name.endsWith('.json'))
   .flatMap((name) => JSON.parse(readFileSync(new URL(name, folder), 'utf8')));
 const ids = docs.map((doc) => doc._id);
-const LINKS = ['location', 'parentGroup', 'productGroup', 'tagGroup'];
+const LINKS = ['location', 'parentGroup', 'primaryImage', 'productGroup', 'tagGroup'];
 const REFERENCE = /^\$ref\(0,([\w.-]+)\)$/;
 
 /** Ids of all documents that the properties and the structs of a document name, sorted, once each. */
@@ -42,6 +43,15 @@ test('every document has the stored form', () => {
     for (const date of [doc.created, doc.edited])
       assert.equal(new Date(date).toISOString().replace('.000', ''), date, doc._id);
     assert.ok(doc.created <= doc.edited, doc._id);
+  }
+});
+
+test('attachments are named by the MD5 of their contents, and by the property "file"', () => {
+  for (const { _id, file, _attachments = {} } of docs) {
+    const digests = Object.values(_attachments).map(({ data }) => createHash('md5')
+      .update(Buffer.from(data, 'base64')).digest('hex'));
+    assert.deepEqual(Object.keys(_attachments), digests, _id);
+    assert.deepEqual(file === undefined ? [] : [file], digests, _id);
   }
 });
 

@@ -4,7 +4,7 @@
 #include "support/literals.h"
 
 #include <vorrel/data/base/tuning_p.h>
-#include <vorrel/data/context/downloadprogress.h>
+#include <vorrel/data/core/downloadprogress.h>
 #include <vorrel/data/context/downloadstatus.h>
 #include <vorrel/data/context/job.h>
 #include <vorrel/data/context/joberror.h>

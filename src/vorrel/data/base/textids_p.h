@@ -14,6 +14,9 @@ constexpr char changeFeedError[] = "fd627c988cb6a2da";
 /// A request failed; the code of the NetworkError follows.
 constexpr char networkErrorPrefix[] = "error.network.";
 
+/// A file cannot be shown, because its download failed.
+constexpr char attachmentError[] = "error.attachment";
+
 /// A link was refused because it would have closed a cycle. Parameters: "source", "target",
 /// "cycle".
 constexpr char dependencyCycle[] = "vorrel.error.DependencyCycle";

@@ -5,7 +5,7 @@
 #include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentcache.h>
-#include <vorrel/data/context/downloadprogress.h>
+#include <vorrel/data/core/downloadprogress.h>
 #include <vorrel/data/context/loadrequestboard_p.h>
 #include <vorrel/data/context/savefailure.h>
 #include <vorrel/data/core/documentnode.h>
@@ -27,6 +27,7 @@
 
 namespace vo::data {
 
+class AttachmentFetchJob;
 class ChangeFeedMonitor;
 class DocumentIncubator;
 class ReloadingUpdateHandler;
@@ -104,6 +105,7 @@ struct Context::Private final : DocumentStore
 
     // Jobs and downloads
     QList<Job *> jobs; // owned
+    QHash<const Attachment *, QPointer<AttachmentFetchJob>> attachmentFetches;
     QList<QSharedPointer<DownloadProgress>> downloads;
     DownloadStatus *downloadStatus = nullptr; // child of the Context
     int downloadTimerId = 0;
@@ -171,6 +173,11 @@ struct Context::Private final : DocumentStore
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) override;
     void incubate(IIncubatable *object) override;
     void finishIncubation() override;
+    [[nodiscard]] bool attachmentDownloadEnabled() const override;
+    [[nodiscard]] QSharedPointer<DownloadProgress> beginDownload() override;
+    void endDownload(const QSharedPointer<DownloadProgress> &progress) override;
+    void fetchAttachment(LinkedDocument *document, const QString &property,
+                         const std::function<void()> &finished) override;
     [[nodiscard]] std::unique_ptr<AccessController> createAccessController(
         LinkedDocument *document) override;
 };

@@ -77,6 +77,21 @@ void Context::Private::finishIncubation()
     incubator->finishIncubation();
 }
 
+bool Context::Private::attachmentDownloadEnabled() const
+{
+    return q->attachmentDownloadEnabled();
+}
+
+QSharedPointer<DownloadProgress> Context::Private::beginDownload()
+{
+    return q->beginDownload();
+}
+
+void Context::Private::endDownload(const QSharedPointer<DownloadProgress> &progress)
+{
+    q->endDownload(progress);
+}
+
 // Nodes
 
 DocumentNode *Context::addDocumentNode(const QByteArray &id, const QJsonObject &data)

@@ -49,6 +49,7 @@ class VORREL_DATACORE_EXPORT Document : public QObject
     QML_NAMED_ELEMENT(Document)
     QML_UNCREATABLE("Documents are made by a Context")
     Q_MOC_INCLUDE("vorrel/data/context/context.h")
+    Q_MOC_INCLUDE("vorrel/data/properties/attachment.h")
     Q_MOC_INCLUDE("vorrel/data/properties/langstring.h")
     Q_PROPERTY(QString type READ type CONSTANT)
     Q_PROPERTY(QString documentId READ documentId CONSTANT)
@@ -155,7 +156,8 @@ public:
     /// Whether read access comes only from a document that refers to this one.
     [[nodiscard]] virtual bool implicitReadAccess() const;
     Q_INVOKABLE [[nodiscard]] virtual bool isLocal() const;
-    [[nodiscard]] virtual Attachment *attachment(const QString &property) const;
+    Q_INVOKABLE [[nodiscard]] virtual vo::data::Attachment *attachment(
+        const QString &property) const;
     [[nodiscard]] virtual QList<Attachment *> attachments() const;
 
     /// Adds the ids of all documents that the stored JSON refers to.

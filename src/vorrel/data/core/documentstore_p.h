@@ -4,9 +4,11 @@
 
 #include <vorrel/data/datacoreexport.h>
 
+#include <QtCore/QSharedPointer>
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 
+#include <functional>
 #include <memory>
 
 QT_BEGIN_NAMESPACE
@@ -22,6 +24,7 @@ class DocumentNode;
 class DocumentTask;
 class IIncubatable;
 class LinkedDocument;
+struct DownloadProgress;
 
 /// All that a document may ask of its Context. The private half of Context implements it, so that
 /// the document classes do not need to know that class.
@@ -68,6 +71,16 @@ public:
     virtual void addDocumentGraphTask(std::unique_ptr<DocumentTask> task) = 0;
     virtual void incubate(IIncubatable *object) = 0;
     virtual void finishIncubation() = 0;
+
+    /// Whether the attachments of all documents are downloaded as soon as those are read.
+    [[nodiscard]] virtual bool attachmentDownloadEnabled() const = 0;
+    [[nodiscard]] virtual QSharedPointer<DownloadProgress> beginDownload() = 0;
+    virtual void endDownload(const QSharedPointer<DownloadProgress> &progress) = 0;
+
+    /// Downloads the attachment \p property in the background, again and again until that works,
+    /// and calls \p finished, if there is one, unless the document has gone.
+    virtual void fetchAttachment(LinkedDocument *document, const QString &property,
+                                 const std::function<void()> &finished) = 0;
 
     [[nodiscard]] virtual std::unique_ptr<AccessController> createAccessController(
         LinkedDocument *document) = 0;

@@ -86,6 +86,12 @@ public:
     [[nodiscard]] AccessLevel accessLevel() const override;
     [[nodiscard]] bool implicitReadAccess() const override;
     [[nodiscard]] bool isLocal() const override;
+
+    /// Null if there is no such attachment property. Lives as long as the document.
+    [[nodiscard]] Attachment *attachment(const QString &property) const override;
+
+    /// One for each attachment property.
+    [[nodiscard]] QList<Attachment *> attachments() const override;
     void aggregateReferences(QSet<QString> &ids) const override;
     void aggregateDependencies(QSet<const LinkedDocument *> &documents) const override;
     [[nodiscard]] QJsonObject serialize() const override;

@@ -3,6 +3,8 @@
 #include <vorrel/data/documents/catalogitem.h>
 
 #include <vorrel/data/properties/langstringproperty.h>
+#include <vorrel/data/properties/linkeddocumentmapproperty.h>
+#include <vorrel/data/properties/linkeddocumentproperty.h>
 
 namespace vo::data {
 
@@ -15,6 +17,8 @@ struct CatalogItem::Private
     CatalogItem *const q;
     LangStringProperty name { "name", q };
     LangStringProperty description { "description", q, multiline };
+    LinkedDocumentMapProperty<ImageAsset> images { "images", q };
+    LinkedDocumentProperty<ImageAsset> primaryImage { "primaryImage", q };
 };
 
 CatalogItem::CatalogItem(Context *context)
@@ -26,6 +30,18 @@ CatalogItem::~CatalogItem() = default;
 
 VO_DEFINE_PROPERTY(CatalogItem, QString, name, setName)
 VO_DEFINE_PROPERTY(CatalogItem, QString, description, setDescription)
+
+VO_DEFINE_PROPERTY(CatalogItem, vo::data::ImageAsset *, primaryImage, setPrimaryImage)
+
+QVariantMap CatalogItem::images() const
+{
+    QVariantMap images;
+    const QMap<QString, ImageAsset *> all = d->images.get();
+    for (auto it = all.begin(); it != all.end(); ++it) {
+        images.insert(it.key(), QVariant::fromValue(it.value()));
+    }
+    return images;
+}
 
 QString CatalogItem::label() const
 {

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vorrel/data/core/linkeddocument.h>
-#include <vorrel/data/properties/propertymacros.h>
+#include <vorrel/data/documents/imageasset.h>
+
+#include <QtCore/QVariantMap>
 
 namespace vo::data {
 
-/// Something that stands in a catalogue. Name and description are texts in several languages.
+/// Something that stands in a catalogue. Name and description are texts in several languages, the
+/// images are ImageAsset objects by keys. The primary image, which stands for the item, may be one
+/// of them or another.
 class VORREL_DATACORE_EXPORT CatalogItem : public vo::data::LinkedDocument
 {
     Q_OBJECT
@@ -15,6 +18,8 @@ class VORREL_DATACORE_EXPORT CatalogItem : public vo::data::LinkedDocument
     QML_UNCREATABLE("Documents are made by a Context")
     VO_PROPERTY(QString, name, setName)
     VO_PROPERTY(QString, description, setDescription)
+    VO_READONLY_PROPERTY(QVariantMap, images)
+    VO_PROPERTY(vo::data::ImageAsset *, primaryImage, setPrimaryImage)
     Q_PROPERTY(QString label READ label NOTIFY nameChanged STORED false)
 
 public:

@@ -15,6 +15,7 @@
 #include <vorrel/data/documents/customer.h>
 #include <vorrel/data/documents/device.h>
 #include <vorrel/data/documents/genericdata.h>
+#include <vorrel/data/documents/imageasset.h>
 #include <vorrel/data/documents/keyvaluestore.h>
 #include <vorrel/data/documents/location.h>
 #include <vorrel/data/documents/price.h>
@@ -24,6 +25,7 @@
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
 #include <vorrel/data/module/texts_p.h>
+#include <vorrel/data/properties/attachment.h>
 #include <vorrel/data/properties/langstring.h>
 
 #include <QtQml/qqml.h>
@@ -37,6 +39,8 @@ namespace {
 // A line for each class. The order decides between classes of one type string: the last one wins.
 void registerDocuments(TypeRegistry &registry)
 {
+    registry.addLinked<Asset>();
+    registry.addLinked<ImageAsset>();
     registry.addLinked<Tag>();
     registry.addInline<LangString>();
     registry.addLinked<KeyValueStore>();
@@ -90,8 +94,9 @@ void _vo_data_registerTypesdata_core()
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerMonitors();
         vo::data::Texts::install();
-        vo::data::registerPropertyTypes<
-            vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
-            vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch>();
+        vo::data::registerPropertyTypes<vo::data::Context, vo::data::ContextError,
+                                        vo::data::DownloadStatus, vo::data::Document,
+                                        vo::data::LinkedDocument, vo::data::Group,
+                                        vo::data::ColorSwatch, vo::data::Attachment>();
     });
 }

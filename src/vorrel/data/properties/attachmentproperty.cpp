@@ -6,7 +6,8 @@
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/core/change.h>
-#include <vorrel/data/core/document.h>
+#include <vorrel/data/core/documentstore_p.h>
+#include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/store/attachmentstore.h>
 #include <vorrel/data/store/mimemap.h>
 
@@ -76,7 +77,21 @@ AttachmentProperty::AttachmentProperty(const char *name, Attachment::UsageFlags 
     , m_usageFlags(usage)
 { }
 
-AttachmentProperty::~AttachmentProperty() = default;
+AttachmentProperty::~AttachmentProperty()
+{
+    // It goes a little later, with the document, and may be asked for something until then.
+    if (m_attachment) {
+        m_attachment->m_property = nullptr;
+    }
+}
+
+Attachment *AttachmentProperty::attachment()
+{
+    if (!m_attachment) {
+        m_attachment = new Attachment(this);
+    }
+    return m_attachment;
+}
 
 int AttachmentProperty::type() const
 {
@@ -129,10 +144,18 @@ int AttachmentProperty::set(const QByteArray &hash, const QByteArray &mimeType)
 
 void AttachmentProperty::set(const QUrl &localFile)
 {
+    const QByteArray hash = store(localFile);
+    if (!hash.isEmpty()) {
+        set(hash, MimeMap::mimeTypeForFile(localFile.toLocalFile()));
+    }
+}
+
+QByteArray AttachmentProperty::store(const QUrl &localFile)
+{
     if (!localFile.isLocalFile()) {
         qCCritical(lcData) << "Cannot set file to non-local file"
                            << CouchUrl::displayText(localFile);
-        return;
+        return {};
     }
     QFile file(localFile.toLocalFile());
     // To open anything else might wait for ever.
@@ -140,18 +163,17 @@ void AttachmentProperty::set(const QUrl &localFile)
     const QByteArray hash = isOpen ? digest(file) : QByteArray();
     if (hash.isEmpty()) {
         qCCritical(lcData) << "Failed to open file" << file.fileName();
-        return;
+        return {};
     }
     AttachmentStore::storeAttachment(&file, hash);
-    if (AttachmentStore::contains(hash)) { // else the store has told why
-        set(hash, MimeMap::mimeTypeForFile(file.fileName()));
-    }
+    return AttachmentStore::contains(hash) ? hash : QByteArray(); // else the store has told why
 }
 
 void AttachmentProperty::copy(PropertyBase *source)
 {
-    const auto *other = static_cast<AttachmentProperty *>(source);
-    if (!other->m_rawHash.isEmpty()) {
+    auto *other = static_cast<AttachmentProperty *>(source);
+    if (other->canRead() && !other->m_rawHash.isEmpty()) {
+        other->fetch({}); // there is nothing to upload for the copy otherwise
         set(other->m_rawHash, other->m_mimeType);
     }
 }
@@ -191,8 +213,28 @@ QByteArray AttachmentProperty::assign(const QJsonValue &json, const QJsonObject 
 
 void AttachmentProperty::fetchIfWanted()
 {
-    if (m_autoDownload && AttachmentStore::contains(m_rawHash)) {
-        d_()->attachmentDownloadFinished();
+    DocumentStore &store = documentStore(d_()->context());
+    if (m_rawHash.isEmpty() || !(m_autoDownload || store.attachmentDownloadEnabled())) {
+        return;
+    }
+    std::function<void()> tell;
+    if (m_autoDownload) {
+        tell = [document = d_()] { document->attachmentDownloadFinished(); };
+    }
+    if (!AttachmentStore::contains(m_rawHash)) {
+        fetch(tell);
+    } else if (tell) {
+        tell();
+    }
+}
+
+// Inline documents have no attachments in the database.
+void AttachmentProperty::fetch(const std::function<void()> &finished)
+{
+    auto *document = qobject_cast<LinkedDocument *>(d_());
+    if (document && !AttachmentStore::contains(m_rawHash)) {
+        documentStore(document->context())
+            .fetchAttachment(document, QString::fromLatin1(name()), finished);
     }
 }
 

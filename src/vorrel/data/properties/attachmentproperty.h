@@ -7,6 +7,8 @@
 
 #include <QtCore/QUrl>
 
+#include <functional>
+
 namespace vo::data {
 
 /// A stored field that is a file: it holds the MD5 of the content, the content lies in the
@@ -43,14 +45,21 @@ public:
     /// document.
     int set(const QByteArray &hash, const QByteArray &mimeType);
 
-    /// Copies a local file into the store and makes it the value, as an edit. If that fails there
-    /// is a critical log line and the value stays. The MIME type comes from the name of the file.
+    /// Copies a local file into the store(), and makes it the value if that works, as an edit. The
+    /// MIME type comes from the name of the file.
     void set(const QUrl &localFile);
+
+    /// Copies a local file into the store and gives its hash in 16 bytes. If that fails there is a
+    /// critical log line, and the hash is empty.
+    [[nodiscard]] static QByteArray store(const QUrl &localFile);
 
     /// Whether the file is downloaded as soon as the document is read. The document is then told by
     /// attachmentDownloadFinished() that it is there.
     void setAutoDownload(bool autoDownload);
     [[nodiscard]] Attachment::UsageFlags usageFlags() const { return m_usageFlags; }
+
+    /// The object for QML, made on first demand.
+    [[nodiscard]] Attachment *attachment();
 
     [[nodiscard]] int type() const override;
 
@@ -62,13 +71,16 @@ public:
     void copy(PropertyBase *source) override;
 
 private:
+    friend class Attachment;
     friend class Document;
 
     /// Takes the value \p json, undefined if there is none, out of a stored document with these
     /// "_attachments". Gives the hash() if the document has the file. Slots may destroy everything.
     QByteArray assign(const QJsonValue &json, const QJsonObject &attachments);
     void fetchIfWanted();
+    void fetch(const std::function<void()> &finished);
 
+    Attachment *m_attachment = nullptr; // child of the document; null as long as nobody asks
     QByteArray m_rawHash;
     QByteArray m_mimeType;
     QString m_oddText; // that was stored and is no MD5
