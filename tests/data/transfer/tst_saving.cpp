@@ -8,8 +8,11 @@
 
 #include <vorrel/data/context/documentcache.h>
 #include <vorrel/data/context/savefailure.h>
+#include <vorrel/data/documents/imageasset.h>
+#include <vorrel/data/store/attachmentstore.h>
 #include <vorrel/data/transfer/savequeue.h>
 
+#include <QtCore/QTemporaryFile>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
@@ -160,6 +163,55 @@ private Q_SLOTS:
         QVERIFY(fixture.save());
         QCOMPARE(sent(fixture.couch()).constLast(), tried.value(1));
         QVERIFY(fixture->saveFailures().isEmpty());
+    }
+
+    void attachmentsGoWithTheirDocument_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("isInline");
+        QTest::newRow("none") << 0 << true;
+        QTest::newRow("last that fits") << 3932259 << true;
+        QTest::newRow("first that does not") << 3932260 << false;
+    }
+    void attachmentsGoWithTheirDocument()
+    {
+        QFETCH(int, size);
+        QFETCH(bool, isInline);
+        LogCapture log;
+        ContextFixture fixture;
+        auto *asset =
+            qobject_cast<ImageAsset *>(fixture->createDocumentWithId("asset:image"_s, "a"_s));
+        QTemporaryFile file(QDir::tempPath() + "/XXXXXX.png"_s);
+        QVERIFY(file.open() && file.resize(size));
+        asset->setFile(QUrl::fromLocalFile(file.fileName()));
+        const QString hash = asset->hash();
+        QVERIFY(fixture.save());
+        const auto entry = [&] {
+            return fixture.couch().calls().constLast().json().value("_attachments"_s).toObject();
+        };
+        const QJsonObject stub { { hash, QJsonObject { { "stub"_s, true } } } };
+        const QJsonObject stored =
+            fixture.couch().document("a"_s).value("_attachments"_s).toObject();
+        const QJsonObject content = stored.value(hash).toObject();
+        QCOMPARE(content.value("content_type"_s).toString(), "image/png"_s);
+        QCOMPARE(content.value("data"_s).toString().size(), (size + 2) / 3 * 4);
+        QCOMPARE(entry(), isInline ? stored : stub);
+        QCOMPARE(sent(fixture.couch()), isInline ? "a"_l : QStringList({ hash, "a"_s }));
+        // What the database has does not go again, unless it turns out to lack it.
+        asset->setLabel("b"_s);
+        QVERIFY(fixture.save());
+        QCOMPARE(entry(), stub);
+        fixture.couch().store({ { "_id"_s, "a"_s }, { "_rev"_s, asset->revision() } });
+        asset->setLabel("c"_s);
+        QVERIFY(!fixture.save());
+        QVERIFY(fixture.save());
+        QCOMPARE(fixture.couch().document("a"_s).value("_attachments"_s).toObject(), stored);
+        // Without the file there is a word about it.
+        asset->setCurrentAttachments({});
+        AttachmentStore::removeAttachment(QByteArray::fromHex(hash.toLatin1()));
+        asset->setLabel("d"_s);
+        static_cast<void>(fixture.save());
+        QVERIFY(log.contains("Document a: there is no file %1 for its property file"_s.arg(hash)));
     }
 
     void aConflictIsDecided_data()
