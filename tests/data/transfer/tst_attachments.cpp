@@ -202,7 +202,6 @@ private Q_SLOTS:
             }
             processEvents();
             QVERIFY(!asset && progress->finished && loader.status() == Loader::Null);
-            QVERIFY(!loader.document() && !loader.attachment());
             QVERIFY(!context() || !context()->isBusy());
         }
     }
