@@ -179,7 +179,7 @@ private Q_SLOTS:
                                           "localChanged", "urlChanged" };
         for (int i = 0; i < 4 * moments.size(); ++i) {
             init();
-            const QByteArray signal = moments.at(i / 4);
+            const QByteArray &signal = moments.at(i / 4);
             const bool works = i % 2 || i / 4 > 2;
             const QPointer<Asset> asset(readNew());
             Attachment *attachment = fileOf(asset)->attachment();
