@@ -143,8 +143,6 @@ private Q_SLOTS:
     void anotherHashMovesTheDownload()
     {
         auto *asset = readNew();
-        static_cast<void>(asset->localFile());
-        processEvents();
         couch().hold();
         auto *property = fileOf(asset);
         auto *attachment = property->attachment();
@@ -264,6 +262,7 @@ private Q_SLOTS:
         QCOMPARE(log.count("vorrel.data|critical|Failed to open file"_s), 3);
         QCOMPARE(log.count("vorrel.data|critical|Cannot set file to non-local file"_s), 1);
         QVERIFY(!log.contains("secret"_s) && image->changeSequenceNumber() == sequence);
+        QCOMPARE(MimeMap::suffixForMimetype("text/CSV"_s), QByteArray("csv"));
         edits->undo();
         QVERIFY(image->hash().isEmpty() && image->label().isEmpty());
         QVERIFY(AttachmentStore::contains(hash) && property->mimeType().isEmpty());
@@ -314,13 +313,6 @@ private Q_SLOTS:
         // Null 0, Ready 1, Loading 2, Error 3
         QCOMPARE(states, QList<int>({ 2, 3, 2, 1, 2, 3, 2, 1, 0, 2, 1 }));
         QVERIFY(context()->errors().isEmpty() && !context()->isBusy());
-    }
-
-    void suffixesHaveMimeTypes()
-    {
-        QCOMPARE(MimeMap::mimeTypeForSuffix("JPEG"_s), QByteArray("image/jpeg"));
-        QCOMPARE(MimeMap::suffixForMimetype("Image/JPEG"_s), QByteArray("jpg"));
-        QCOMPARE(MimeMap::suffixForMimetype("text/CSV"_s), QByteArray("csv"));
     }
 
 private:
