@@ -125,6 +125,11 @@ ScrollView {
             }
         }
 
+        Photo {
+            document: Fields.image(view.document)
+            Layout.leftMargin: 3 * Theme.unit
+        }
+
         // The first table is the main one; the others are its parts.
         GridLayout {
             columns: 2

@@ -6,17 +6,19 @@
 // their values read.
 
 const properties = {
+    "asset:image": ["fileName", "hash"],
     "customer": ["fbtoken"],
     "device": ["serialNumber", "location"],
     "group:product": ["parentGroup"],
     "group:tag": ["parentGroup"],
     "location": ["address", "zipCode", "city", "country", "position", "notes"],
-    "product": ["name", "description", "price", "productGroup"],
+    "product": ["name", "description", "price", "productGroup", "primaryImage"],
     "tag": ["name", "icon", "applicableTypes"],
     "tag:product": ["name", "icon", "applicableTypes", "tagGroup"]
 };
 
 const typeTitles = {
+    "asset:image": "Image",
     "colorpalette": "Colour palette",
     "group:product": "Product group",
     "group:tag": "Tag group",
@@ -44,6 +46,11 @@ function title(name) {
 // "data:opening:hours" reads "Opening hours".
 function typeTitle(type) {
     return typeTitles[type] || title(type.replace(/^data:/, ""));
+}
+
+// The image document that shows what a document is about, or null.
+function image(document) {
+    return document.hasType("asset:image") ? document : document.primaryImage || null;
 }
 
 // What the function edits is one step of undo.

@@ -41,11 +41,15 @@ TestCase {
         const window = createTemporaryObject(catalog, testCase)
         tryVerify(() => Catalog.Session.current !== null)
         const list = findItem(window.contentItem, item => item.shown !== undefined)
-        compare(list.shown.length, 91)
+        compare(list.shown.length, 92)
         for (const document of list.shown) {
             Catalog.Session.current = document
             tryVerify(() => itemWithText(window, document.documentId))
         }
+
+        const table = list.documents.find(document => document.primaryImage)
+        Catalog.Session.current = table
+        tryVerify(() => findItem(window.contentItem, item => item.fillMode !== undefined && item.paintedWidth > 200))
 
         verify(!itemWithText(window, "Unsaved changes"))
         // Who refers to a document follows the edits of others.

@@ -22,6 +22,7 @@ struct SampleDatabase : QQmlNetworkAccessManagerFactory
     QNetworkAccessManager *create(QObject *parent) override
     {
         auto *couch = new FakeCouch(parent);
+        QHash<QString, QByteArray> contents;
         QDirIterator files(qEnvironmentVariable("VORREL_SOURCE_DIR") + "/database/sample"_s,
                            { "*.json"_s });
         while (files.hasNext()) {
@@ -32,8 +33,18 @@ struct SampleDatabase : QQmlNetworkAccessManagerFactory
             const QJsonArray documents = QJsonDocument::fromJson(file.readAll()).array();
             for (const QJsonValue &document : documents) {
                 couch->store(document.toObject());
+                const QJsonObject attachments = document["_attachments"_s].toObject();
+                for (const QString &name : attachments.keys()) {
+                    const QString data = attachments[name]["data"_s].toString();
+                    contents.insert(name, QByteArray::fromBase64(data.toLatin1()));
+                }
             }
         }
+        couch->setResponder([contents](const FakeCouch::Call &call) {
+            const auto found = contents.find(call.resource());
+            return found == contents.end() ? std::optional<FakeCouch::Answer>()
+                                           : FakeCouch::Answer { 200, *found, {} };
+        });
         return couch;
     }
 };

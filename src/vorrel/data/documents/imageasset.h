@@ -8,7 +8,7 @@
 
 namespace vo::data {
 
-/// An image.
+/// An image. Its size is in pixels, of the last file set that could be read.
 class VORREL_DATACORE_EXPORT ImageAsset : public vo::data::MediaAsset
 {
     Q_OBJECT
@@ -22,8 +22,6 @@ public:
 
     explicit ImageAsset(Context *context);
     ~ImageAsset() override;
-
-    // size(): in pixels, as the file tells it; that of the last file that could be read.
 
 protected:
     void setFile(const QByteArray &hash, const QByteArray &mimeType) override;

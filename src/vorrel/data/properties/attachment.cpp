@@ -166,6 +166,7 @@ void Attachment::cancel()
 {
     if (m_request) {
         m_request->disconnect(this);
+        m_request->setSuppressErrors(true); // it is no failure
         m_request->abort();
         m_request.clear();
     }

@@ -214,7 +214,8 @@ QByteArray AttachmentProperty::assign(const QJsonValue &json, const QJsonObject 
 void AttachmentProperty::fetchIfWanted()
 {
     DocumentStore &store = documentStore(d_()->context());
-    if (m_rawHash.isEmpty() || !(m_autoDownload || store.attachmentDownloadEnabled())) {
+    if (!AttachmentStore::isHash(m_rawHash)
+        || !(m_autoDownload || store.attachmentDownloadEnabled())) {
         return;
     }
     std::function<void()> tell;

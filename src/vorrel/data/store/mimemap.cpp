@@ -62,7 +62,8 @@ QByteArray MimeMap::suffixForMimetype(const QString &mimeType)
     if (const Entry *entry = find([&](const Entry &e) { return name == e.type; })) {
         return entry->suffix;
     }
-    const QStringList suffixes = QMimeDatabase().mimeTypeForName(mimeType).suffixes();
+    const QStringList suffixes =
+        QMimeDatabase().mimeTypeForName(QString::fromLatin1(name)).suffixes();
     return suffixes.value(0).toLower().toLatin1();
 }
 

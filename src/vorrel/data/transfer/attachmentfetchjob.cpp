@@ -4,9 +4,29 @@
 
 #include <vorrel/data/base/textids_p.h>
 #include <vorrel/data/core/documentstore_p.h>
+#include <vorrel/data/core/documenttask.h>
 #include <vorrel/data/core/linkeddocument.h>
 
 namespace vo::data {
+
+/// Starts the download in a slice of time: there may be thousands of them at once.
+class AttachmentFetchJob::StartTask : public DocumentTask
+{
+public:
+    explicit StartTask(AttachmentFetchJob *job)
+        : m_job(job)
+    { }
+
+    void run() override
+    {
+        if (m_job) {
+            m_job->start();
+        }
+    }
+
+private:
+    const QPointer<AttachmentFetchJob> m_job;
+};
 
 AttachmentFetchJob::AttachmentFetchJob(LinkedDocument *document, const QString &property)
     : Job(document->context())
@@ -26,6 +46,11 @@ bool AttachmentFetchJob::needsNothing() const
 }
 
 void AttachmentFetchJob::run()
+{
+    documentStore(context()).addDocumentGraphTask(std::make_unique<StartTask>(this));
+}
+
+void AttachmentFetchJob::start()
 {
     if (needsNothing()) {
         finish(true);

@@ -35,7 +35,10 @@ protected:
     [[nodiscard]] virtual bool checkResult();
 
 private:
+    class StartTask;
+
     [[nodiscard]] bool needsNothing() const;
+    void start();
     void finish(bool success);
     void finishIfIdle();
 
