@@ -23,33 +23,30 @@ fail()
     exit 1
 }
 
-# with_fault CALL:FAULT: attempts with this fault. The lines of the program go to the file `log`.
+# with_fault CALL:FAULT [PATH]: attempts with this fault, of a call on PATH only. The lines of the
+# program go to the file `log`.
 with_fault()
 {
-    attempt strace -f -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" \
+    attempt strace -f -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" ${2:+-P "$2"} \
         >/dev/null 2>"$directory/log"
 }
 
 killed=0
 
-# kill_before CALL NUMBER: fails if the program makes less calls than that.
-kill_before()
-{
-    prepare "$1"
-    if with_fault "$1:signal=KILL:when=$2" 2>/dev/null; then
-        return 1
-    fi
-    killed=$((killed + 1))
-    check "killed before $1 $2"
-}
-
-# kill_before_each CALL…: before the first to the ninth of each.
+# kill_before_each CALL…: before the first of each, the second, and so on to the last. Other calls
+# (open, close) leave on the disk what the one before them has left.
 kill_before_each()
 {
-    local call number
+    local call number status
     for call; do
-        for number in {1..9}; do
-            kill_before "$call" "$number" || break
+        for ((number = 1;; ++number)); do
+            prepare "$call"
+            status=0
+            with_fault "$call:signal=KILL:when=$number" 2>/dev/null || status=$?
+            ((status)) || break
+            ((status == 137)) || fail "The writer ended with $status before $call $number"
+            killed=$((killed + 1))
+            check "killed before $call $number"
         done
     done
 }

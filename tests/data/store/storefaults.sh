@@ -35,13 +35,13 @@ check()
 
 faults=0
 
-# fails_at FAULT: nothing may be stored, and the log has one line about it.
+# fails_at FAULT [STATUS [PATH]]: nothing may be stored, and the log has one line about it.
 fails_at()
 {
+    local status=0
     prepare
-    if with_fault "$1"; then
-        fail "Stored from $form with $1"
-    fi
+    with_fault "$1" "${3:-}" || status=$?
+    ((status == ${2:-1})) || fail "The writer ended with $status from $form with $1"
     (($(grep -c "Failed to" "$directory/log") == 1)) \
         || fail "Not one line after $1:" "$(cat "$directory/log")"
     check "after $1"
@@ -50,17 +50,15 @@ fails_at()
 }
 
 kill_before_each mkdir chmod fsync rename renameat2
-for number in {10..250..60} {255..259}; do # of the 256 directories, which are made alike
-    kill_before mkdir "$number" || true
-    kill_before chmod "$number" || true
-done
-((killed >= 35)) || fail "The writer was killed $killed times only while it made the store"
+((killed >= 520)) || fail "The writer was killed $killed times only while it made the store"
+aborted=134
 for fault in mkdir:error=ENOSPC:when={1,3,100} chmod:error=EIO:when=100 \
     rename,renameat2:error=EIO; do
-    fails_at "$fault"
+    fails_at "$fault" $aborted
 done
 
 fresh=
+subdirectory=$directory/store/_data/att/f1 # of the file
 for form in memory device; do
     before=$killed
     kill_before_each fchmod write fsync fdatasync linkat rename
@@ -68,6 +66,7 @@ for form in memory device; do
     for fault in write:error={ENOSPC,EIO}:when=1 {fchmod,fsync,linkat}:error=EIO:when=1; do
         fails_at "$fault"
     done
+    fails_at openat:error=EMFILE:when=2 1 "$subdirectory" # after the look for strays
 done
 fails_at write:error=ENOSPC:when=3
 
