@@ -15,7 +15,7 @@ trap 'rm -rf "$directory"' EXIT
 ulimit -c 0
 export QT_LOGGING_RULES="vorrel.*.info=false"
 
-strace -qq -e trace=none true 2>/dev/null || { echo "strace is not usable here"; exit 77; }
+strace -qq -f --seccomp-bpf -e trace=none true 2>/dev/null || { echo "strace is not usable here"; exit 77; }
 
 fail()
 {
@@ -27,7 +27,7 @@ fail()
 # program go to the file `log`.
 with_fault()
 {
-    attempt strace -f -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" ${2:+-P "$2"} \
+    attempt strace -f --seccomp-bpf -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" ${2:+-P "$2"} \
         >/dev/null 2>"$directory/log"
 }
 

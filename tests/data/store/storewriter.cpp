@@ -6,8 +6,9 @@
 //     storewriter DIRECTORY memory|device
 //     storewriter DIRECTORY
 //
-// Ends with 1 if that fails once and leaves nothing, with 2 if it fails again. Without a form of storing, says whether it is there ("whole" or
-// "nothing") and removes it; fails if it is damaged, or if the store cannot take it any more.
+// Ends with 1 if that fails once and leaves nothing, with 2 if it fails again. Without a form of
+// storing, says whether it is there ("whole" or "nothing") and removes it; fails if it is damaged,
+// or if the store cannot take it any more.
 
 #include "support/literals.h"
 
