@@ -43,6 +43,7 @@ private Q_SLOTS:
         row("text as sequence", FeedServer::ended("{\"seq\":\"7-g1+/ä\"}\n"), "7-g1+/ä");
         row("null as sequence", FeedServer::ended("{\"seq\":null}\n"));
         row("line without end", FeedServer::stream(QByteArray(65 << 20, 'x')));
+        row("portal page", FeedServer::ended("<html>\n" + record, "text/html; charset=utf-8"));
         for (const int status : { 204, 404 }) {
             row(QByteArray::number(status).constData(), Answer::status(status, record));
         }
