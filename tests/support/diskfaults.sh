@@ -5,7 +5,7 @@
 # For scripts that kill a program at its system calls, or let these fail; to be sourced. Leaves the
 # script as skipped where strace cannot work.
 #
-# A script gives it three functions: `prepare CALL` makes what is there before, `attempt STRACE…`
+# A script gives it three functions: `prepare` makes what is there before, `attempt STRACE…`
 # runs the program under this command, and `check TEXT` fails unless the next start finds all in
 # order.
 # In memory where possible: what is killed here never waits for a disk.
@@ -23,10 +23,11 @@ fail()
     exit 1
 }
 
-# with_fault CALL:FAULT: attempts with this fault. The lines of the program go to the file `log`.
+# with_fault CALL:FAULT [PATH]: attempts with this fault, of a call on PATH only. The lines of the
+# program go to the file `log`.
 with_fault()
 {
-    attempt strace -f -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" \
+    attempt strace -f -qq -o /dev/null -e trace="${1%%:*}" -e inject="$1" ${2:+-P "$2"} \
         >/dev/null 2>"$directory/log"
 }
 
@@ -35,20 +36,22 @@ killed=0
 # kill_before CALL NUMBER: fails if the program makes less calls than that.
 kill_before()
 {
-    prepare "$1"
-    if with_fault "$1:signal=KILL:when=$2" 2>/dev/null; then
-        return 1
-    fi
+    local status=0
+    prepare
+    with_fault "$1:signal=KILL:when=$2" 2>/dev/null || status=$?
+    ((status)) || return 1
+    ((status == 137)) || fail "The writer ended with $status before $1 $2"
     killed=$((killed + 1))
     check "killed before $1 $2"
 }
 
-# kill_before_each CALL…: before the first to the ninth of each.
+# kill_before_each CALL…: before the first of each, the second, and so on to the last. Other calls
+# (open, close) leave on the disk what the one before them has left.
 kill_before_each()
 {
     local call number
     for call; do
-        for number in {1..9}; do
+        for ((number = 1;; ++number)); do
             kill_before "$call" "$number" || break
         done
     done

@@ -107,7 +107,6 @@ private Q_SLOTS:
         row(R"("value":{"rev":"2-a"})", "dropped"_s);
         row(R"("value":{"rev":"2-a","deleted":true})", "removed"_s);
         row(R"("error":"not_found")", "cached"_s);
-        QTest::newRow("portal") << QByteArray("<html>") << "cached"_s;
     }
     void aDocumentOfTheCacheIsAskedFor()
     {
@@ -115,17 +114,14 @@ private Q_SLOTS:
         RecordFixture scene;
         scene->documentCache()->insert("a"_s, R"({"_id":"a","_rev":"1-a","type":"tag"})"_json);
         QVERIFY(scene.load("a"_s));
-        scene.couch().failNext(1, 500);
         scene.couch().answerNext(answer);
-        bool isCached = true;
-        for (int round = 0; round < 3; ++round) {
-            isCached = scene->documentCache()->contains("a"_s);
+        for (int round = 0; round < 2; ++round) {
             scene.clock.advance(5s);
             processEvents();
         }
+        QCOMPARE(scene.couch().calls().size(), 1);
         QCOMPARE(scene.couch().calls().constLast().keys(), "a"_l);
-        QCOMPARE(scene.couch().calls().size(), answer == "<html>" ? 3 : 2);
-        const QString here = isCached ? "cached"_s : "dropped"_s;
+        const QString here = scene->documentCache()->contains("a"_s) ? "cached"_s : "dropped"_s;
         QTEST(scene->isLoaded("a"_s) ? here : "removed"_s, "outcome");
     }
 };

@@ -19,13 +19,14 @@ generation()
 prepare()
 {
     former=0
-    [[ $1 == mkdir || $1 == chmod ]] && rm -rf "$directory/cache" || former=$(generation)
+    [[ -n $fresh ]] && rm -rf "$directory/cache" || former=$(generation)
 }
 
-# Stores one generation.
+generations=1
+
 attempt()
 {
-    "$@" "$writer" "$directory/cache" 1
+    "$@" "$writer" "$directory/cache" "$generations"
 }
 
 check()
@@ -35,17 +36,31 @@ check()
     ((next == former || next == former + 1)) || fail "$next after $former, $1"
 }
 
-kill_before_each mkdir chmod fchmod write fsync fdatasync linkat rename unlink
+fresh=yes
+kill_before_each mkdir chmod
+fresh=
+kill_before_each fchmod write fsync fdatasync linkat rename unlink
 ((killed >= 6)) || fail "The writer was killed $killed times only"
 
+# What cannot be stored is stored with the next generation. EMFILE hits the opening of the file,
+# and then that of its directory, which only a loss of power needs.
 faults=0
-for fault in write:error=ENOSPC:when=1 write:error=EIO:when=1 fsync:error=EIO:when=1 \
-    fchmod:error=EPERM:when=2 rename:error=EIO:when=1; do
-    former=$(generation)
-    with_fault "$fault" || fail "The writer ended at $fault"
-    [[ $(generation) == "$former" ]] || fail "The former file is gone after $fault"
-    (($(grep -c "Failed to persist document cache" "$directory/log") == 1)) \
-        || fail "Not one line after $fault:" "$(cat "$directory/log")"
-    faults=$((faults + 1))
+for fault in write:error={ENOSPC,EIO}:when=1 fsync:error=EIO:when=1 fchmod:error=EPERM:when=2 \
+    rename:error=EIO:when=1 openat:error=EMFILE:when={1,2}; do
+    for generations in 1 2; do
+        former=$(generation)
+        with_fault "$fault" "$([[ $fault != openat* ]] || echo "$directory/cache/killed")" \
+            || fail "The writer ended at $fault"
+        [[ $fault == openat*2 ]] && failed=0 || failed=1
+        (($(grep -c "Failed to persist document cache" "$directory/log") == failed)) \
+            || fail "Not $failed lines after $fault:" "$(cat "$directory/log")"
+        (($(generation) == former + (generations > failed ? generations : 0))) \
+            || fail "$(generation) after $former with $fault"
+        faults=$((faults + 1))
+    done
 done
+
+former=$(generation)
+"$writer" "$directory/cache" 1 late >/dev/null || fail "The writer ended after its application"
+(($(generation) == former + 1)) || fail "Nothing was stored after the application"
 printf 'killed %d times, %d faults\n' "$killed" "$faults"

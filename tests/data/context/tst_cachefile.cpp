@@ -4,6 +4,7 @@
 #include "support/logcapture.h"
 
 #include <vorrel/core/locations.h>
+#include <vorrel/data/context/cachetable_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/documentcache.h>
 #include <vorrel/data/context/loadrequest.h>
@@ -240,6 +241,24 @@ private Q_SLOTS:
         }
         QCOMPARE(compactions(), 2);
         QCOMPARE(cache.find("a"_s).value("n"_s).toString().size(), megabyte.size() - 8);
+    }
+
+    void makesRoomAtItsLimitOrDoesWithout()
+    {
+        LogCapture log;
+        CacheTable table({}, {}, 100);
+        const auto insert = [&](const char *id, size_t size) {
+            table.insert(id, std::string(size - 1, 'x'), 0);
+            return table.find(id) >= 0;
+        };
+        QVERIFY(insert("a", 40) && insert("b", 40) && insert("b", 60)); // in place of the former
+        QCOMPARE(table.blockSize(), 100);
+        QVERIFY(!insert("c", 1) && !insert("a", 41) && insert("c", 40));
+        QCOMPARE(table.size(), 2);
+        QCOMPARE(table.json(table.find("b")), std::string_view(std::string(59, 'x')));
+        QCOMPARE(log.count("info|Finished cache compaction"_s), 2);
+        QCOMPARE(log.count("|warning|The cache is full, document c is not cached"_s), 1);
+        QCOMPARE(log.count("|warning|"_s), 1);
     }
 
     void keepsWhatItCannotStore()

@@ -6,9 +6,9 @@
 //     storewriter DIRECTORY memory|device
 //     storewriter DIRECTORY
 //
-// Fails if the attachment is not there afterwards. Without a form of storing, says whether it is
-// there ("whole" or "nothing") and removes it; fails if it is damaged, or if the store cannot
-// take it any more.
+// Ends with 1 if that fails once and leaves nothing, with 2 if it fails again. Without a form of
+// storing, says whether it is there ("whole" or "nothing") and removes it; fails if it is damaged,
+// or if the store cannot take it any more.
 
 #include "support/literals.h"
 
@@ -26,7 +26,7 @@ using vo::data::AttachmentStore;
 
 namespace {
 
-const QByteArray content(3 * 1024 * 1024 + 5, 'x');
+const QByteArray content(2 * 1024 * 1024 + 5, 'x');
 const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Md5);
 
 bool isWhole()
@@ -59,10 +59,13 @@ int main(int argc, char *argv[])
     }
     QByteArray data = content;
     QBuffer device(&data);
-    if (qstrcmp(argv[2], "device") == 0) {
-        AttachmentStore::storeAttachment(&device, hash);
-    } else {
-        AttachmentStore::storeAttachment(data, hash);
+    const auto isStored = [&] {
+        qstrcmp(argv[2], "device") == 0 ? AttachmentStore::storeAttachment(&device, hash)
+                                        : AttachmentStore::storeAttachment(data, hash);
+        return AttachmentStore::contains(hash);
+    };
+    if (isStored()) {
+        return EXIT_SUCCESS;
     }
-    return AttachmentStore::contains(hash) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return isStored() && AttachmentStore::removeAttachment(hash) ? EXIT_FAILURE : 2;
 }

@@ -7,6 +7,7 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/util/lz4.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFileInfo>
@@ -15,6 +16,7 @@
 #include <QtCore/QMutexLocker>
 #include <QtCore/QSaveFile>
 #include <QtCore/QThreadPool>
+#include <QtCore/QWaitCondition>
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -112,8 +114,10 @@ void persist(const QString &path, const CacheSnapshot &snapshot)
 // snapshots might be the last to finish.
 struct Writers
 {
-    QMutex mutex;
+    QMutex mutex; // for all that follows
+    QWaitCondition pathDone;
     QHash<QString, std::optional<CacheSnapshot>> next;
+    bool exits = false; // the program, and its threads may end any time
 };
 
 // Never destroyed, since the threads of the pool may outlive static objects.
@@ -131,11 +135,34 @@ void persistAll(const QString &path, CacheSnapshot snapshot)
         const auto own = writers().next.find(path);
         if (!*own) {
             writers().next.erase(own);
+            writers().pathDone.wakeAll();
             return;
         }
         snapshot = **own;
         own->reset();
     }
+}
+
+// Lets the end of the program wait for the writers. A QCoreApplication does so, too, but not every
+// program has one, and exit() leaves it standing.
+void finishBeforeExit()
+{
+#ifdef Q_OS_UNIX // elsewhere the threads are gone by the time at which this could wait
+    struct Finisher
+    {
+        Finisher() = default;
+        ~Finisher()
+        {
+            const QMutexLocker locker(&writers().mutex);
+            writers().exits = true;
+            while (!writers().next.isEmpty()) {
+                writers().pathDone.wait(&writers().mutex);
+            }
+        }
+        Q_DISABLE_COPY_MOVE(Finisher)
+    };
+    static const Finisher finisher;
+#endif
 }
 
 void removeStrays(const QString &path)
@@ -226,14 +253,21 @@ CacheTable load(const QString &path)
 
 void store(const QString &path, const CacheSnapshot &snapshot)
 {
-    const QMutexLocker locker(&writers().mutex);
+    finishBeforeExit();
+    QMutexLocker locker(&writers().mutex);
     const auto own = writers().next.find(path);
     if (own != writers().next.end()) {
         *own = snapshot;
         return;
     }
     writers().next.insert(path, std::nullopt);
-    QThreadPool::globalInstance()->start([path, snapshot] { persistAll(path, snapshot); });
+    const bool hasThreads = !writers().exits && !QCoreApplication::closingDown();
+    locker.unlock();
+    if (hasThreads) {
+        QThreadPool::globalInstance()->start([path, snapshot] { persistAll(path, snapshot); });
+    } else {
+        persistAll(path, snapshot);
+    }
 }
 
 } // namespace vo::data::cachefile

@@ -20,6 +20,7 @@ namespace vo::data::cachefile {
 
 /// Puts \p snapshot into the file, in the background. If another one is being written just now,
 /// this one follows it, unless a newer one comes in the meantime. The directory has to exist.
+/// The program does not end before that, and what comes still later is written at once.
 void store(const QString &path, const CacheSnapshot &snapshot);
 
 /// The two halves without a file. A table that was read in full leads to an info line with

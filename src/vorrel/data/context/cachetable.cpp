@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/context/cachetable_p.h>
 
+#include <vorrel/data/base/logging_p.h>
+
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QHash>
 #include <QtCore/QRandomGenerator>
 
@@ -11,8 +14,10 @@ CacheTable::CacheTable()
     : CacheTable(QByteArray(), {})
 { }
 
-CacheTable::CacheTable(const QByteArray &block, const QVector<CacheEntry> &entries)
+CacheTable::CacheTable(const QByteArray &block, const QVector<CacheEntry> &entries,
+                       qint64 sizeLimit)
     : m_block(block)
+    , m_sizeLimit(sizeLimit)
     , m_seed(QRandomGenerator::global()->generate())
 {
     m_entries.reserve(entries.size());
@@ -73,8 +78,32 @@ size_t CacheTable::probe(std::string_view wanted, quint32 hash) const
 
 void CacheTable::insert(std::string_view id, std::string_view json, quint32 minutes)
 {
+    if (!makeRoom(id, qint64(id.size()) + qint64(json.size()))) {
+        if (!std::exchange(m_toldFull, true)) {
+            qCWarning(lcDocCache, "The cache is full, document %s is not cached",
+                      qPrintable(QString::fromLatin1(id.data(), int(id.size()))));
+        }
+        return;
+    }
     const quint32 offset = m_block.append(id, json);
     put(id, hashOf(id), { minutes, offset, quint32(id.size()), quint32(json.size()) });
+}
+
+// False if there is none, even without garbage and the former record of the same id.
+bool CacheTable::makeRoom(std::string_view id, qint64 recordSize)
+{
+    if (m_block.size() + recordSize <= m_sizeLimit) {
+        return true;
+    }
+    // It goes in any case: if the new one does not fit, it must not be taken for that.
+    if (const int former = find(id); former != none) {
+        remove(former);
+    }
+    if (m_used + recordSize > m_sizeLimit) {
+        return false;
+    }
+    compact();
+    return true;
 }
 
 void CacheTable::put(std::string_view id, quint32 hash, const CacheEntry &entry)
@@ -141,6 +170,8 @@ void CacheTable::resize(int count)
 
 void CacheTable::compact()
 {
+    QElapsedTimer timer;
+    timer.start();
     QByteArray block;
     block.reserve(int(m_used));
     for (CacheEntry &entry : m_entries) {
@@ -148,6 +179,8 @@ void CacheTable::compact()
         block.append(m_block.at(entry.offset), int(entry.recordSize()));
         entry.offset = offset;
     }
+    qCInfo(lcDocCache, "Finished cache compaction in %lld msecs, dropped %d bytes", timer.elapsed(),
+           int(m_block.size() - block.size()));
     m_block = CacheBlock(block);
 }
 

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vorrel/data/base/tuning_p.h>
 #include <vorrel/data/context/cacheblock_p.h>
+#include <vorrel/data/datacoreexport.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QVector>
@@ -35,14 +37,15 @@ struct CacheSnapshot
 /// fraction of the time that a node for each entry takes.
 ///
 /// A record that is replaced or removed stays in the block as garbage, until compact().
-class CacheTable
+class VORREL_DATACORE_EXPORT CacheTable
 {
 public:
     CacheTable();
 
     /// \pre the record of each entry is in \p block. Of several with the same id the last one
-    /// counts.
-    CacheTable(const QByteArray &block, const QVector<CacheEntry> &entries);
+    /// counts. The block does not grow beyond \p sizeLimit bytes.
+    CacheTable(const QByteArray &block, const QVector<CacheEntry> &entries,
+               qint64 sizeLimit = tuning::cacheSizeLimit);
 
     [[nodiscard]] int size() const { return int(m_entries.size()); }
     [[nodiscard]] qint64 blockSize() const { return m_block.size(); }
@@ -58,12 +61,15 @@ public:
     [[nodiscard]] std::string_view json(int position) const;
     void setAccessTime(int position, quint32 minutes);
 
-    /// Appends the record to the block. An entry of this id is replaced.
+    /// Appends the record to the block, after a compact() if it needs the room. An entry of this id
+    /// is replaced; if the record does not fit, it is removed, and the first time a warning is
+    /// logged.
     void insert(std::string_view id, std::string_view json, quint32 minutes);
 
     void remove(int position);
 
-    /// Drops the garbage, by a copy of all that is left. \pre garbage() is not negative
+    /// Drops the garbage, by a copy of all that is left, with an info line. \pre garbage() is not
+    /// negative
     void compact();
 
     [[nodiscard]] CacheSnapshot snapshot() const { return { m_block, m_entries }; }
@@ -80,6 +86,7 @@ private:
     [[nodiscard]] quint32 hashOf(std::string_view id) const;
     [[nodiscard]] size_t mask() const { return m_slots.size() - 1; }
     [[nodiscard]] size_t probe(std::string_view id, quint32 hash) const;
+    [[nodiscard]] bool makeRoom(std::string_view id, qint64 recordSize);
     void put(std::string_view id, quint32 hash, const CacheEntry &entry);
     void clearSlot(size_t hole);
     void resize(int count);
@@ -88,7 +95,9 @@ private:
     QVector<CacheEntry> m_entries;
     std::vector<Slot> m_slots; // a power of two, at most three quarters of them taken
     qint64 m_used = 0;         // bytes of all records
-    quint32 m_seed;            // ids come from outside, and must not be made to collide
+    qint64 m_sizeLimit;
+    bool m_toldFull = false;
+    quint32 m_seed; // ids come from outside, and must not be made to collide
 };
 
 } // namespace vo::data

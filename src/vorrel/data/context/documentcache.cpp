@@ -12,7 +12,6 @@
 #include <vorrel/data/context/cachefile_p.h>
 #include <vorrel/data/context/cachetable_p.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QHash>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QWeakPointer>
@@ -54,14 +53,12 @@ struct DocumentCache::Private
     const QString database;
     CacheTable table {};
     bool dirty = false;
-    bool full = false; // and this has been told
 
     [[nodiscard]] int find(const QString &id) const { return table.find(view(id.toLatin1())); }
 
     QJsonObject read(int position);
     void put(const QString &id, const QByteArray &json);
     void remove(int position);
-    void compact();
 };
 
 QSharedPointer<DocumentCache> DocumentCache::getCache(const QString &database)
@@ -111,18 +108,8 @@ void DocumentCache::store()
 void DocumentCache::compact()
 {
     if (d->table.garbage() >= tuning::cacheGarbageForStore) {
-        d->compact();
+        d->table.compact();
     }
-}
-
-void DocumentCache::Private::compact()
-{
-    QElapsedTimer timer;
-    timer.start();
-    const qint64 former = table.blockSize();
-    table.compact();
-    qCInfo(lcDocCache, "Finished cache compaction in %lld msecs, dropped %d bytes", timer.elapsed(),
-           int(former - table.blockSize()));
 }
 
 // Documents
@@ -163,22 +150,10 @@ void DocumentCache::insert(const QString &id, const QJsonObject &object)
 
 void DocumentCache::Private::put(const QString &id, const QByteArray &json)
 {
-    const QByteArray key = id.toLatin1();
+    table.insert(view(id.toLatin1()), view(json), minutesNow());
     dirty = true;
-    const qint64 record = key.size() + json.size();
-    const bool fits = table.blockSize() + record <= tuning::cacheSizeLimit;
-    if (!fits && table.blockSize() - table.garbage() + record <= tuning::cacheSizeLimit) {
-        compact();
-    } else if (!fits) {
-        if (!std::exchange(full, true)) {
-            qCWarning(lcDocCache, "The cache is full, document %s is not cached", qPrintable(id));
-        }
-        remove(table.find(view(key))); // or the former one would be taken for this one
-        return;
-    }
-    table.insert(view(key), view(json), minutesNow());
     if (table.garbage() > tuning::cacheGarbageAtOnce && table.garbage() > table.blockSize() / 2) {
-        compact();
+        table.compact();
     }
 }
 

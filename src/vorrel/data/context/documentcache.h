@@ -45,7 +45,7 @@ public:
 
     /// Writes the content to the file if it has changed since the last time. The file is written in
     /// the background and replaced as a whole; if that fails, a critical line is logged and the
-    /// former file stays. The program may end meanwhile: QCoreApplication waits for it.
+    /// former file stays. The program may end meanwhile, with or without exit(): it waits for it.
     void store();
 
     /// Gives the memory of replaced and removed documents back if it is 256 KiB or more.
