@@ -27,7 +27,8 @@ TestCase {
         return findItem(window.contentItem, item => item.visible && item.text === text)
     }
 
-    function test_theMinimalExampleShowsAndMakesDocuments() {
+    // Before the other one by its name, since that saves the note.
+    function test_aMinimalExampleShowsAndMakesDocuments() {
         const component = Qt.createComponent("../../examples/minimal-qml/main.qml")
         const window = createTemporaryObject(component, testCase)
         verify(itemWithText(window, "Loading…"))
@@ -67,7 +68,7 @@ TestCase {
         label.text = "X"
         label.textEdited() // as if by keys
         compare(row.text, "X")
-        verify(itemWithText(window, "edited"))
+        verify(itemWithText(window, "unsaved"))
         verify(itemWithText(window, "Unsaved changes"))
         tryVerify(() => !Catalog.Session.catalogue.context.busy)
         mouseClick(itemWithText(window, "Undo"))
@@ -84,6 +85,11 @@ TestCase {
         mouseClick(itemWithText(window, "Show it"))
         compare(Catalog.Session.current.documentId, "sample.note.today")
         tryVerify(() => itemWithText(window, "not stored yet"))
+        verify(itemWithText(window, "It exists in this window only, until it is saved."))
+        mouseClick(itemWithText(window, "Save"))
+        tryVerify(() => itemWithText(window, "It is in the database."))
+        verify(!itemWithText(window, "Unsaved changes"))
+        verify(!itemWithText(window, "not stored yet"))
 
         findItem(list, item => item.placeholderText === "Search labels and ids").text = "KITCHEN"
         compare(list.shown.length, 4)
