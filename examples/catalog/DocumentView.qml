@@ -31,6 +31,20 @@ ScrollView {
         }
     }
 
+    DropArea {
+        id: drop
+        objectName: "pictures"
+        parent: view
+        anchors.fill: parent
+        enabled: view.document.type === "product" && !view.document.deleted
+        keys: ["text/uri-list"]
+        onDropped: event => addPicture(event.urls[0])
+
+        function addPicture(file) {
+            Fields.addPicture(view.document, file)
+        }
+    }
+
     ColumnLayout {
         width: view.availableWidth
         spacing: 2 * Theme.unit
@@ -125,9 +139,29 @@ ScrollView {
             }
         }
 
-        Photo {
-            document: Fields.image(view.document)
+        RowLayout {
+            spacing: 3 * Theme.unit
             Layout.leftMargin: 3 * Theme.unit
+
+            Photo {
+                document: Fields.image(view.document)
+            }
+
+            ColumnLayout {
+                visible: drop.enabled
+                spacing: 3 * Theme.unit
+
+                Text {
+                    text: "Drop a picture anywhere here to show this product with it."
+                    font.pixelSize: Theme.captionSize
+                    color: Theme.inkFaint
+                }
+
+                PriceSlider {
+                    product: view.document as Product
+                    implicitWidth: 240
+                }
+            }
         }
 
         // The first table is the main one; the others are its parts.

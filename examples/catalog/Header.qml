@@ -113,6 +113,8 @@ Rectangle {
                 text: header.place
                 font.pixelSize: Theme.captionSize
                 color: Theme.inkFaint
+                elide: Text.ElideMiddle
+                Layout.maximumWidth: 240
                 Layout.alignment: Qt.AlignRight
             }
         }

@@ -60,6 +60,15 @@ function edit(document, how) {
     document.endRecordChanges();
 }
 
+// Makes a local file the picture of a product, as one step of undo.
+function addPicture(product, file) {
+    edit(product, () => {
+        const image = product.context.createDocument("asset:image");
+        image.file = file;
+        product.primaryImage = image;
+    });
+}
+
 // A product has its name for a label. Fast typing is one step.
 function rename(document, text) {
     edit(document, () => document[document.hasType("product") ? "name" : "label"] = text);
