@@ -14,6 +14,7 @@ Q_LOGGING_CATEGORY(lcIncubator, "vorrel.data.incubator", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcChangeFeed, "vorrel.changefeed", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcSaveQueue, "vorrel.data.savequeue", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcAttachmentStore, "vorrel.attachmentstore", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcListing, "vorrel.listing", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcJob, "vorrel.job", QtInfoMsg)
 
 } // namespace vo::data

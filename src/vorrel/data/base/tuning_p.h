@@ -122,6 +122,9 @@ constexpr std::chrono::milliseconds conflictRetryLimit = 30s;
 /// Bytes of a server's refusal that are logged.
 constexpr int loggedAnswerSize = 1024;
 
+/// Wait from the last reason for a query of a listing to that query. Longer gathers more reasons.
+constexpr std::chrono::milliseconds listingDelay = 100ms;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;

@@ -38,6 +38,7 @@ class IIncubatable;
 class IUpdateHandler;
 class Job;
 class LinkedDocument;
+class Listing;
 class LoadQueue;
 class LoadRequest;
 class SaveFailure;
@@ -317,6 +318,11 @@ public:
     void reportLocalStateChange(Document *document);
     void incubate(IIncubatable *object);
     void finishIncubation();
+
+    /// A listing that is to be brought up to date when the database has something new.
+    void addListing(Listing *listing);
+    void removeListing(Listing *listing);
+    void updateListings();
 
     /// Runs \p task in a later turn, together with others, 6 ms of them at a time.
     void addDocumentGraphTask(std::unique_ptr<DocumentTask> task);

@@ -26,14 +26,10 @@ void Context::Private::followDatabase()
                 Qt::QueuedConnection);
         connect(monitor, &ChangeFeedMonitor::error, q, &Context::handleChangeFeedError);
     }
+    q->updateListings();
 }
 
 // What changed
-
-void Context::handleNewDocument(const QString & /*id*/)
-{
-    // Lists that ask the database are to be brought up to date here. There are none yet.
-}
 
 void Context::handleNewRevision(const QString &id, const QString &revision)
 {

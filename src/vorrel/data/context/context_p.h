@@ -110,6 +110,8 @@ struct Context::Private final : DocumentStore
     DownloadStatus *downloadStatus = nullptr; // child of the Context
     int downloadTimerId = 0;
 
+    QSet<Listing *> listings;
+
     // Deferred work
     std::deque<std::unique_ptr<DocumentTask>> graphTasks;
     bool graphTasksPending = false;

@@ -4,6 +4,7 @@
 
 #include <vorrel/data/core/change.h>
 #include <vorrel/data/core/document_p.h>
+#include <vorrel/data/core/documentwatch_p.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/ichangerecorder.h>
 
@@ -20,7 +21,10 @@ Document::Document(QObject *parent)
     , d(new Private)
 { }
 
-Document::~Document() = default;
+Document::~Document()
+{
+    DocumentWatch::announce(this);
+}
 
 QString Document::typeOf(const QMetaObject &metaObject)
 {
