@@ -5,7 +5,7 @@
 # storefaults.sh WRITER
 #
 # Kills WRITER before each system call by which it makes the attachment store and stores an
-# attachment in either form, and lets such calls fail. The next start must find the whole
+# attachment in each way, and lets such calls fail. The next start must find the whole
 # attachment or nothing, and a store that takes it. Skipped where strace cannot work.
 set -euo pipefail
 writer=$1
@@ -48,7 +48,7 @@ fails_at()
     prepare
     with_fault "$1" "${3:-}" || status=$?
     ((status == ${2:-1})) || fail "The writer ended with $status from $form with $1"
-    (($(grep -c "Failed to" "$directory/log") == 1)) \
+    (($(grep -c "Failed to\|sink failed" "$directory/log") == 1)) \
         || fail "Not one line after $1:" "$(cat "$directory/log")"
     check "after $1"
     [[ $found == nothing ]] || fail "There from $form after $1"
@@ -68,14 +68,19 @@ for fault in mkdir:error=ENOSPC:when={1,3,100} chmod:error=EIO:when=100 \
 done
 
 before=store
-for form in memory device; do
+for form in memory device download; do
     former=$killed
     kill_before_each fchmod write fsync fdatasync linkat rename
     ((killed - former >= 6)) || fail "The writer was killed $((killed - former)) times from $form"
-    for fault in write:error={ENOSPC,EIO}:when=1 {fchmod,fsync,linkat}:error=EIO:when=1; do
+    for fault in {fchmod,fsync,linkat}:error=EIO:when=1; do
         fails_at "$fault"
     done
     fails_at openat:error=EMFILE:when=2 1 "$root/f1" # after the look for strays
+done
+for form in memory device; do
+    for fault in write:error={ENOSPC,EIO}:when=1; do
+        fails_at "$fault"
+    done
 done
 fails_at write:error=ENOSPC:when=3
 

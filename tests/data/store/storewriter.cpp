@@ -3,19 +3,22 @@
 
 // Stores an attachment, to be killed at it:
 //
-//     storewriter DIRECTORY memory|device
+//     storewriter DIRECTORY memory|device|download
 //     storewriter DIRECTORY
 //
 // Ends with 1 if that fails once and leaves nothing, with 2 if it fails again. Without a form of
 // storing, says whether it is there ("whole" or "nothing") and removes it; fails if it is damaged,
 // or if the store cannot take it any more.
 
+#include "support/contextfixture.h"
 #include "support/literals.h"
 
 #include <vorrel/core/locations.h>
+#include <vorrel/data/properties/attachmentproperty.h>
 #include <vorrel/data/store/attachmentstore.h>
 
 #include <QtCore/QBuffer>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 
@@ -48,6 +51,19 @@ bool storeIsGood()
         && AttachmentStore::removeAttachment(hash);
 }
 
+void download(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    ContextFixture fixture;
+    fixture.couch().setResponder([](const FakeCouch::Call & /*call*/) {
+        return FakeCouch::Answer { 200, content, {} };
+    });
+    const auto *document = fixture->createDocument("asset:image"_s);
+    document->attachmentProperties().constFirst()->set(hash, "image/png");
+    document->attachment("file"_s)->download();
+    processEvents();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -59,9 +75,15 @@ int main(int argc, char *argv[])
     }
     QByteArray data = content;
     QBuffer device(&data);
+    const QByteArray form = argv[2];
     const auto isStored = [&] {
-        qstrcmp(argv[2], "device") == 0 ? AttachmentStore::storeAttachment(&device, hash)
-                                        : AttachmentStore::storeAttachment(data, hash);
+        if (form == "memory") {
+            AttachmentStore::storeAttachment(data, hash);
+        } else if (form == "device") {
+            AttachmentStore::storeAttachment(&device, hash);
+        } else {
+            download(argc, argv);
+        }
         return AttachmentStore::contains(hash);
     };
     if (isStored()) {
