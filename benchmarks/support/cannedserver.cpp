@@ -54,8 +54,9 @@ int contentLength(const QByteArray &head)
 
 } // namespace
 
-CannedServer::CannedServer(Handler handler)
+CannedServer::CannedServer(Handler handler, QByteArray status)
     : m_handler(std::move(handler))
+    , m_status(std::move(status))
     , m_socket(socket(AF_INET, SOCK_STREAM, 0))
 {
     sockaddr_in address {};
@@ -118,7 +119,8 @@ void CannedServer::serve(int connection) const
         const QByteArray answer = m_handler(buffer.mid(end, size));
         buffer.remove(0, end + size);
         if (!sendAll(connection,
-                     "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: "
+                     "HTTP/1.1 " + m_status
+                         + "\r\nContent-Type: application/json\r\nContent-Length: "
                          + QByteArray::number(answer.size()) + "\r\n\r\n" + answer)) {
             break;
         }

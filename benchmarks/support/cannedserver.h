@@ -17,7 +17,8 @@ public:
     /// Gives the body of the answer to a body; called on other threads.
     using Handler = std::function<QByteArray(const QByteArray &body)>;
 
-    explicit CannedServer(Handler handler);
+    /// Answers everything with \p status.
+    explicit CannedServer(Handler handler, QByteArray status = "200 OK");
     ~CannedServer();
     Q_DISABLE_COPY_MOVE(CannedServer)
 
@@ -28,6 +29,7 @@ private:
     void serve(int connection) const;
 
     const Handler m_handler;
+    const QByteArray m_status;
     int m_socket = -1;
     int m_port = 0;
     std::thread m_thread;

@@ -74,6 +74,14 @@ public:
         return QJsonDocument::fromJson(answer).object().value("rev"_s).toString();
     }
 
+    /// What the server answers to a GET; a document comes with its attachments.
+    [[nodiscard]] QJsonObject get(const QString &path)
+    {
+        QByteArray answer;
+        static_cast<void>(request("GET", path, {}, &answer));
+        return QJsonDocument::fromJson(answer).object();
+    }
+
 private:
     static constexpr int patience = 30000; // ms; the machine may be busy
 
@@ -106,9 +114,11 @@ private:
     {
         const QString credentials = m_serviceUrl.userName(QUrl::FullyDecoded) + ":"_s
             + m_serviceUrl.password(QUrl::FullyDecoded);
+        const CouchUrl::Query whole { { "attachments"_s, "true"_s } };
         QNetworkRequest request(path.isEmpty()
                                     ? CouchUrl::databaseUrl(m_serviceUrl, m_database)
-                                    : CouchUrl::resource(m_serviceUrl, m_database, path));
+                                    : CouchUrl::resource(m_serviceUrl, m_database, path, whole));
+        request.setRawHeader("Accept", "application/json"); // else attachments come as parts
         request.setRawHeader("Authorization", "Basic " + credentials.toUtf8().toBase64());
         request.setRawHeader("Content-Type", "application/json");
         request.setRawHeader("Expect", "100-continue"); // spares Qt 5 a wait for each body

@@ -6,6 +6,7 @@
 #include <vorrel/data/core/change.h>
 #include <vorrel/data/core/documentnode.h>
 #include <vorrel/data/core/ichangerecorder.h>
+#include <vorrel/data/properties/attachmentproperty.h>
 #include <vorrel/data/properties/inlinedocumentlistproperty.h>
 #include <vorrel/data/properties/inlinedocumentproperty.h>
 #include <vorrel/data/properties/langstringproperty.h>
@@ -114,6 +115,8 @@ class Station : public data::LinkedDocument
     Q_PROPERTY(QString note READ text NOTIFY noteChanged)
     Q_PROPERTY(QString notes READ text NOTIFY notesChanged)
     Q_PROPERTY(QString exits READ text NOTIFY exitsChanged)
+    Q_PROPERTY(QString photo READ text NOTIFY photoChanged)
+    Q_PROPERTY(QString film READ text NOTIFY filmChanged)
 public:
     explicit Station(data::Context *context);
     ~Station() override;
@@ -137,6 +140,8 @@ Q_SIGNALS:
     void noteChanged();
     void notesChanged();
     void exitsChanged();
+    void photoChanged();
+    void filmChanged();
 };
 
 struct Note::Private
@@ -163,6 +168,8 @@ struct Station::Private
     data::InlineDocumentProperty<Note> note { "note", q };
     data::InlineDocumentListProperty<Note> notes { "notes", q };
     data::LinkedDocumentMapProperty<Station> exits { "exits", q };
+    data::AttachmentProperty photo { "photo", q };
+    data::AttachmentProperty film { "film", q };
 };
 
 /// Gives a station newer stored data, under its id.

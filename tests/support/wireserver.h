@@ -100,6 +100,15 @@ public:
     [[nodiscard]] const QList<Message> &messages() const { return m_messages; }
     [[nodiscard]] int openConnections() const { return m_openConnections; }
 
+    /// Ends the connection of the next request whose body comes in pieces, in the middle of that.
+    void cutNextBody() { m_cutsBody = true; }
+
+protected:
+    virtual void respond(QTcpSocket *socket, const Message &message)
+    {
+        send(socket, nextAnswer(message));
+    }
+
 private:
     void accept()
     {
@@ -121,6 +130,9 @@ private:
             Message message { unread.left(unread.indexOf("\r\n\r\n") + 4), {} };
             const int bodySize = message.header("Content-Length").toInt();
             if (unread.size() < message.head.size() + bodySize) {
+                if (std::exchange(m_cutsBody, false)) {
+                    return socket->abort();
+                }
                 if (m_script.isEmpty() || !m_script.constFirst().isEarly) {
                     if (unread.size() == message.head.size() && message.hasHeader("Expect")) {
                         socket->write("HTTP/1.1 100 Continue\r\n\r\n");
@@ -133,7 +145,7 @@ private:
             message.body = unread.mid(message.head.size(), bodySize);
             unread.remove(0, int(message.head.size() + message.body.size()));
             m_messages << message;
-            send(socket, nextAnswer(message));
+            respond(socket, message);
         }
     }
 
@@ -164,6 +176,7 @@ private:
     Handler m_handler;
     QList<Message> m_messages;
     int m_openConnections = 0;
+    bool m_cutsBody = false;
 };
 
 } // namespace vo::test

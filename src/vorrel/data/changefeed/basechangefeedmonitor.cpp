@@ -260,10 +260,18 @@ void BaseChangeFeedMonitor::registerDocument(LinkedDocument *document)
         return;
     }
     const QString id = document->documentId();
+    const QString known = d->revisions.value(id);
+    const bool isOther = !known.isEmpty() && known != document->revision();
     if (!document->wasCached()) {
+        if (isOther) {
+            // It may have been overtaken on its way, or since it came without being built.
+            d->unknownRevisions.insert(id);
+        }
         insert(id, document->revision());
-    } else if (!d->revisions.contains(id)) {
+    } else if (known.isEmpty()) {
         d->unknownRevisions.insert(id);
+    } else if (isOther) {
+        Q_EMIT newRevision(id, known);
     }
 }
 

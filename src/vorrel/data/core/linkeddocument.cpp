@@ -170,8 +170,11 @@ void LinkedDocument::markClean(const QString &revision, int sequence,
         return;
     }
     d->currentAttachments = attachments;
-    if (d->changeSequence != sequence) {
-        return; // edits arrived during the upload
+    if (d->changeSequence != sequence) { // edits arrived during the upload
+        if (d->changeSequence == 0 && deleted()) {
+            markDirty(); // it was the first upload: until now there was nothing to delete
+        }
+        return;
     }
     d->changeSequence = 0;
     d->store.markClean(this);
