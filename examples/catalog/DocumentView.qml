@@ -158,7 +158,7 @@ ScrollView {
                 }
 
                 PriceSlider {
-                    product: view.document as Product
+                    product: view.document.type === "product" ? view.document : null
                     implicitWidth: 240
                 }
             }

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls 2.15
-import vorrel.data.Core 1.0
 
 // The price of a product. However long it is dragged, that is one step of undo.
 Slider {
     id: slider
 
-    property Product product: null
+    property var product: null
 
     visible: product !== null
     enabled: visible && !product.deleted
@@ -32,12 +31,18 @@ Slider {
         color: Theme.inkFaint
     }
 
-    // Written by dragging, too, so that a plain binding would end.
-    Binding {
-        target: slider
-        property: "value"
-        value: slider.product ? slider.product.price : 0
-        when: !slider.pressed
-        restoreMode: Binding.RestoreNone
+    // Dragging writes the value, too, and so would end a binding.
+    function follow() {
+        if (product && !pressed)
+            value = product.price
+    }
+
+    onProductChanged: follow()
+
+    Connections {
+        target: slider.product
+        function onPricesChanged() {
+            slider.follow()
+        }
     }
 }
