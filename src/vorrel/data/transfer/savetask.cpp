@@ -334,7 +334,7 @@ void SaveTask::resolveConflict(const QString &remoteRevision)
         return;
     }
     if (resolution == Context::KeepRemote) {
-        keepRemote();
+        keepRemote(remoteRevision);
     } else if (resolution == Context::StopSaving) {
         qCCritical(lcSaveQueue, "Document %s is not saved: the database holds revision %s",
                    qPrintable(m_id), qPrintable(remoteRevision));
@@ -366,10 +366,13 @@ void SaveTask::sendAgain()
     Clock::instance().singleShot(delay, this, [this] { sendNext(); });
 }
 
-void SaveTask::keepRemote()
+void SaveTask::keepRemote(const QString &remoteRevision)
 {
-    qCWarning(lcSaveQueue, "Document %s: the unsaved edits are dropped for what the database has",
-              qPrintable(m_id));
+    qCWarning(
+        lcSaveQueue,
+        "Document %s: remote wins with revision %s, the edits made here since revision %s are "
+        "dropped",
+        qPrintable(m_id), qPrintable(remoteRevision), qPrintable(m_revision));
     const QPointer<SaveTask> self(this);
     m_context->dropEdits(m_document);
     if (self) {

@@ -81,7 +81,7 @@ private:
     void handleRevision(const Request &request);
     void resolveConflict(const QString &remoteRevision);
     void sendAgain();
-    void keepRemote();
+    void keepRemote(const QString &remoteRevision);
     void finish();
     void complete();
     void fail(int statusCode, const QString &reason);
