@@ -75,10 +75,22 @@ Rectangle {
             Layout.leftMargin: -Theme.unit
         }
 
-        ProgressBar {
-            visible: header.context.saveQueue !== null
-            value: header.context.saveQueue ? header.context.saveQueue.progress : 0
+        // How far saving has come.
+        Rectangle {
+            readonly property SaveQueue queue: header.context.saveQueue
+
+            visible: queue !== null
             implicitWidth: 100
+            implicitHeight: 6
+            radius: 3
+            color: Theme.line
+
+            Rectangle {
+                width: parent.queue ? parent.width * parent.queue.progress : 0
+                height: parent.height
+                radius: parent.radius
+                color: Theme.accent
+            }
         }
 
         Rectangle {

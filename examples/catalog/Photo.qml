@@ -27,6 +27,7 @@ Rectangle {
         anchors.margins: 1
         fillMode: Image.PreserveAspectFit
         asynchronous: true
+        cache: false // what is not shown needs no memory
     }
 
     Text {
