@@ -129,6 +129,9 @@ constexpr std::chrono::milliseconds listingDelay = 100ms;
 /// Longer gathers more changes, and shows them later.
 constexpr std::chrono::milliseconds filterDelay = 100ms;
 
+/// The same for a sorter.
+constexpr std::chrono::milliseconds sorterDelay = 30ms;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;
