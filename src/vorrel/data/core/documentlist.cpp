@@ -50,7 +50,10 @@ void DocumentList::clear()
 
 bool DocumentList::assign(const QList<Document *> &documents)
 {
-    const bool differs = objects() != documents;
+    // Not by the operator: that of Qt 6 hands null to memcmp() for empty lists.
+    const QList<Document *> &former = objects();
+    const bool differs =
+        !std::equal(former.cbegin(), former.cend(), documents.cbegin(), documents.cend());
     if (differs) {
         m_documents = documents;
         m_index = {};

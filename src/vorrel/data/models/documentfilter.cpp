@@ -45,8 +45,9 @@ private:
     bool passes(const Document *document, const std::vector<FilterFunction> &functions)
     {
         try {
-            return std::all_of(functions.begin(), functions.end(),
-                               [document](const auto &function) { return function(document); });
+            return std::all_of(functions.begin(), functions.end(), [&](const auto &function) {
+                return !m_documents.hasShrunk() && function(document);
+            });
         } catch (const std::exception &failure) {
             if (!std::exchange(m_hasFailed, true)) {
                 qCCritical(lcData, "A filter criterion cannot be evaluated: %s", failure.what());
@@ -84,6 +85,7 @@ struct DocumentFilter::Private
     int delay = int(tuning::filterDelay.count());
     bool busy = false;
     bool scheduled = false; // since the last evaluation began
+    int runs = 0;           // evaluations
     QPointer<Context> context;
     DocumentList documents;
     DocumentList result;
@@ -235,6 +237,7 @@ void DocumentFilter::applyFilter()
 {
     const QPointer<DocumentFilter> self(this);
     d->scheduled = false;
+    const int run = ++d->runs;
     bool hasOtherResult = false;
     bool hasOtherFiltered = false;
     const std::vector<FilterFunction> functions = d->activeFunctions();
@@ -247,8 +250,8 @@ void DocumentFilter::applyFilter()
     } else {
         Split split(d->documents.objects());
         const bool isWhole = split.run(functions);
-        if (!self) {
-            return;
+        if (!self || run != d->runs) {
+            return; // or a newer evaluation would be undone
         }
         if (!isWhole) {
             scheduleUpdate();

@@ -34,7 +34,7 @@ class VORREL_DATACORE_EXPORT GroupedFilterCriterion : public vo::data::FilterCri
 
 public:
     /// How many of the criteria have to pass a document.
-    enum MatchRequirement {
+    enum MatchRequirement : int {
         MatchAny = 0,
         MatchAll = 1,
         MatchOne = 2, ///< no more and no less

@@ -23,7 +23,7 @@ class VORREL_DATACORE_EXPORT IntegerFilterCriterion : public vo::data::PropertyF
 
 public:
     /// What the number of the document has to be.
-    enum MatchMode {
+    enum MatchMode : int {
         Equal = 0,
         NotEqual = 1,
         Greater = 2,
