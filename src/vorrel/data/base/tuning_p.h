@@ -125,6 +125,13 @@ constexpr int loggedAnswerSize = 1024;
 /// Wait from the last reason for a query of a listing to that query. Longer gathers more reasons.
 constexpr std::chrono::milliseconds listingDelay = 100ms;
 
+/// Wait from the last change to the evaluation of a filter, unless the application says otherwise.
+/// Longer gathers more changes, and shows them later.
+constexpr std::chrono::milliseconds filterDelay = 100ms;
+
+/// The same for a sorter.
+constexpr std::chrono::milliseconds sorterDelay = 30ms;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;

@@ -24,6 +24,7 @@
 #include <vorrel/data/documents/producttag.h>
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
+#include <vorrel/data/models/filters/filtercriterion.h>
 #include <vorrel/data/module/texts_p.h>
 #include <vorrel/data/properties/attachment.h>
 #include <vorrel/data/properties/langstring.h>
@@ -94,9 +95,9 @@ void _vo_data_registerTypesdata_core()
         vo::data::registerDocuments(vo::data::TypeRegistry::instance());
         vo::data::registerMonitors();
         vo::data::Texts::install();
-        vo::data::registerPropertyTypes<vo::data::Context, vo::data::ContextError,
-                                        vo::data::DownloadStatus, vo::data::Document,
-                                        vo::data::LinkedDocument, vo::data::Group,
-                                        vo::data::ColorSwatch, vo::data::Attachment>();
+        vo::data::registerPropertyTypes<
+            vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
+            vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch, vo::data::Attachment,
+            vo::data::FilterCriterion>();
     });
 }
