@@ -24,13 +24,34 @@ namespace vo::data {
 struct LoadQueue::Private
 {
     bool loading = false;
-    QSet<QString> requested;                   // wanted and not delivered yet
-    QHash<QString, const Loader *> inProgress; // taken by that loader, answer outstanding
-    QHash<QString, QJsonObject> received;      // delivered, waiting for references
-    std::unique_ptr<DocumentBatch> batch;      // complete, on its way into the Context
-    std::vector<QString> toOffer;              // to the loaders, since the last tick
-    std::vector<Loader *> loaders;             // by priority; owned
+    QHash<QString, const Loader *> requested; // not delivered yet; who has taken it, or null
+    QHash<QString, QJsonObject> received;     // delivered, waiting for references
+    std::unique_ptr<DocumentBatch> batch;     // complete, on its way into the Context
+    std::vector<QString> toOffer;             // to the loaders, since the last tick
+    std::vector<Loader *> loaders;            // by priority; owned
+
+    void request(const QSet<QString> &ids);
+
+    /// Notes who has taken a requested document. False if it is not requested any more.
+    bool setTaker(const QString &id, const Loader *loader);
 };
+
+void LoadQueue::Private::request(const QSet<QString> &ids)
+{
+    for (const QString &id : ids) {
+        static_cast<void>(requested[id]);
+    }
+}
+
+bool LoadQueue::Private::setTaker(const QString &id, const Loader *loader)
+{
+    const auto entry = requested.find(id);
+    if (entry == requested.end()) {
+        return false;
+    }
+    *entry = loader;
+    return true;
+}
 
 LoadQueue::LoadQueue(Context *context)
     : QObject(context)
@@ -68,14 +89,15 @@ void LoadQueue::setLoading(bool loading)
 void LoadQueue::load(const QSet<QString> &ids)
 {
     qCDebug(lcLoadQueue) << "Requesting load of" << ids;
-    d->requested |= ids;
+    d->requested.reserve(d->requested.size() + ids.size());
+    d->request(ids);
     d->requested.remove(QString()); // no document has it, so nobody could answer
     setLoading(true);
 }
 
 QSet<QString> LoadQueue::wantedDocuments() const
 {
-    QSet<QString> wanted = d->requested;
+    QSet<QString> wanted(d->requested.keyBegin(), d->requested.keyEnd());
     for (auto it = d->received.keyBegin(); it != d->received.keyEnd(); ++it) {
         wanted.insert(*it);
     }
@@ -107,8 +129,8 @@ void LoadQueue::removeLoader(Loader *loader)
     loader->disconnect(this);
     d->loaders.erase(found);
     // It will not answer any more, so what it had taken is offered anew.
-    for (auto it = d->inProgress.begin(); it != d->inProgress.end();) {
-        it = it.value() == loader ? d->inProgress.erase(it) : std::next(it);
+    for (const Loader *&taker : d->requested) {
+        taker = taker == loader ? nullptr : taker;
     }
 }
 
@@ -133,10 +155,9 @@ void LoadQueue::handleLoaded(const QString &id, const QJsonObject &data)
             missing.insert(reference);
         }
     }
+    missing.remove(id); // a document that refers to itself
     d->requested.remove(id);
-    d->inProgress.remove(id);
-    d->requested |= missing;
-    d->requested.remove(id); // a document that refers to itself
+    d->request(missing);
     if (waits) {
         d->received.insert(id, data);
     } else {
@@ -147,14 +168,13 @@ void LoadQueue::handleLoaded(const QString &id, const QJsonObject &data)
 void LoadQueue::handleNotFound(const QString &id)
 {
     d->requested.remove(id);
-    d->inProgress.remove(id);
     Q_EMIT documentNotFound(id);
 }
 
 void LoadQueue::handleFailed(const QString &id)
 {
     // It stays wanted; the loader sets the pace.
-    d->inProgress.remove(id);
+    d->setTaker(id, nullptr);
 }
 
 // The tick
@@ -184,9 +204,11 @@ void LoadQueue::offerRequested()
     if (!d->toOffer.empty()) {
         return; // those of the last tick are not through
     }
-    d->inProgress.reserve(d->requested.size());
-    std::copy_if(d->requested.cbegin(), d->requested.cend(), std::back_inserter(d->toOffer),
-                 [this](const QString &id) { return !d->inProgress.contains(id); });
+    for (auto it = d->requested.cbegin(); it != d->requested.cend(); ++it) {
+        if (!it.value()) {
+            d->toOffer.push_back(it.key());
+        }
+    }
     offerSlice();
 }
 
@@ -210,7 +232,8 @@ void LoadQueue::offerSlice()
 
 void LoadQueue::offer(const QString &id)
 {
-    if (!d->requested.contains(id) || d->inProgress.contains(id)) {
+    const auto entry = d->requested.constFind(id);
+    if (entry == d->requested.constEnd() || entry.value()) {
         return; // it came meanwhile, in a slot
     }
     if (!isStorableId(id)) {
@@ -222,12 +245,11 @@ void LoadQueue::offer(const QString &id)
     const std::vector<Loader *> loaders = d->loaders;
     for (Loader *loader : loaders) {
         // Noted before, so that it is right even if the answer comes at once.
-        d->inProgress.insert(id, loader);
-        if (loader->load(id) || !self) {
+        if (!d->setTaker(id, loader) || loader->load(id) || !self) {
             return;
         }
-        d->inProgress.remove(id);
     }
+    d->setTaker(id, nullptr);
 }
 
 // Gives the batch to the Context, in slices.

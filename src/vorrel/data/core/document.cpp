@@ -7,6 +7,7 @@
 #include <vorrel/data/core/documentwatch_p.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/ichangerecorder.h>
+#include <vorrel/data/properties/documentpropertybase.h>
 
 #include <vorrel/core/couchurl.h>
 
@@ -179,6 +180,11 @@ void Document::executePostRoutines()
 {
     // All constructors have run, so no more properties will come.
     d->properties.shrink_to_fit();
+    for (const PropertyBase *property : d->properties) {
+        if (property->holdsDocuments()) {
+            d->documentProperties.push_back(static_cast<const DocumentPropertyBase *>(property));
+        }
+    }
     const auto routines = std::move(d->postRoutines);
     if (!routines) {
         return;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Document: what it points at, what points at it, and the walks along these links. Links come from
-// the database, so every walk keeps its own stack and the set of what it has seen.
+// the database, so every walk keeps its own stack and enters no document twice.
 
 #include <vorrel/data/base/qmlobjectlist_p.h>
 #include <vorrel/data/base/textids_p.h>
@@ -15,20 +15,6 @@
 #include <QtCore/QPointer>
 
 namespace vo::data {
-
-namespace {
-
-template <typename Function>
-void forEachDocumentProperty(const std::vector<PropertyBase *> &properties, Function function)
-{
-    for (const PropertyBase *property : properties) {
-        if (property->holdsDocuments()) {
-            function(static_cast<const DocumentPropertyBase &>(*property));
-        }
-    }
-}
-
-} // namespace
 
 void Document::attachDocument(Document *document)
 {
@@ -123,18 +109,11 @@ QQmlListProperty<Document> Document::attachedDocuments()
         this, [](QObject *owner) { return static_cast<Document *>(owner)->attached(); });
 }
 
-// The documents that the properties point at, and with them a LinkedDocument's references.
 QList<Document *> Document::linkTargets() const
 {
     QList<Document *> targets;
-    forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
-        targets.append(property.referencedDocuments());
-    });
-    if (const auto *linked = qobject_cast<const LinkedDocument *>(this)) {
-        const QList<QObject *> references = linked->references(0);
-        for (QObject *reference : references) {
-            targets.append(static_cast<Document *>(reference));
-        }
+    for (const DocumentPropertyBase *property : d->documentProperties) {
+        targets.append(property->referencedDocuments());
     }
     return targets;
 }
@@ -144,29 +123,24 @@ bool Document::isComplete() const
     if (d->complete) {
         return true;
     }
-    QSet<const Document *> seen { this };
-    QList<const Document *> open { this };
-    while (!open.isEmpty()) {
-        const Document *document = open.takeLast();
-        bool complete = true;
-        forEachDocumentProperty(document->d->properties, [&](const DocumentPropertyBase &property) {
-            complete = complete && property.isComplete();
-            if (!complete) {
-                return; // asking on would build what is missing
+    const quint64 walk = Private::newWalk();
+    static_cast<void>(d->enter(walk));
+    std::vector<const Document *> seen { this };
+    for (std::size_t next = 0; next < seen.size(); ++next) {
+        for (const DocumentPropertyBase *property : seen[next]->d->documentProperties) {
+            if (!property->isComplete()) {
+                return false; // asking on would build what is missing
             }
-            for (const Document *target : property.referencedDocuments()) {
-                if (!target->d->complete && !seen.contains(target)) {
-                    seen.insert(target);
-                    open.append(target);
+            const QList<Document *> targets = property->referencedDocuments();
+            for (const Document *target : targets) {
+                if (!target->d->complete && target->d->enter(walk)) {
+                    seen.push_back(target);
                 }
             }
-        });
-        if (!complete) {
-            return false;
         }
     }
     // Whatever was reached is complete, since all that it reaches is among the seen.
-    for (const Document *document : std::as_const(seen)) {
+    for (const Document *document : seen) {
         document->d->complete = true;
     }
     return true;
@@ -181,13 +155,14 @@ void Document::aggregateReferences(QSet<QString> &ids) const
 
 void Document::aggregateDependencies(QSet<const LinkedDocument *> &documents) const
 {
-    forEachDocumentProperty(d->properties, [&](const DocumentPropertyBase &property) {
-        if (property.isComplete()) {
-            for (const Document *target : property.referencedDocuments()) {
+    for (const DocumentPropertyBase *property : d->documentProperties) {
+        if (property->isComplete()) {
+            const QList<Document *> targets = property->referencedDocuments();
+            for (const Document *target : targets) {
                 target->aggregateDependencies(documents);
             }
         }
-    });
+    }
 }
 
 namespace {
@@ -209,7 +184,8 @@ bool Document::performCycleCheck(Document *target) const
     }
     // Depth first, the path being the documents of the steps. What was left without success
     // cannot succeed by another way, so it is not entered twice.
-    QSet<const Document *> seen { target };
+    const quint64 walk = Private::newWalk();
+    static_cast<void>(target->d->enter(walk));
     std::vector<Step> path { { target, target->linkTargets() } };
     while (!path.empty() && path.back().document != source) {
         Step &step = path.back();
@@ -218,8 +194,7 @@ bool Document::performCycleCheck(Document *target) const
             continue;
         }
         const Document *next = step.targets.at(step.next++);
-        if (!seen.contains(next)) {
-            seen.insert(next);
+        if (next->d->enter(walk)) {
             path.push_back({ next, next->linkTargets() });
         }
     }
