@@ -301,9 +301,7 @@ private:
     [[nodiscard]] DocumentListPropertyBase *listProperty(const QString &name) const;
     [[nodiscard]] const std::vector<PropertyBase *> &properties() const;
     [[nodiscard]] IChangeRecorder *changeRecorder() const;
-
-    /// The documents that the properties point at; they are built if they were not yet.
-    [[nodiscard]] virtual QList<Document *> linkTargets() const;
+    [[nodiscard]] QList<Document *> linkTargets() const;
 
     struct Private;
     const std::unique_ptr<Private> d;

@@ -109,11 +109,18 @@ QQmlListProperty<Document> Document::attachedDocuments()
         this, [](QObject *owner) { return static_cast<Document *>(owner)->attached(); });
 }
 
+// The documents that the properties point at, and with them a LinkedDocument's references.
 QList<Document *> Document::linkTargets() const
 {
     QList<Document *> targets;
     for (const DocumentPropertyBase *property : d->documentProperties) {
         targets.append(property->referencedDocuments());
+    }
+    if (const auto *linked = qobject_cast<const LinkedDocument *>(this)) {
+        const QList<QObject *> references = linked->references(0);
+        for (QObject *reference : references) {
+            targets.append(static_cast<Document *>(reference));
+        }
     }
     return targets;
 }

@@ -217,9 +217,6 @@ private:
     static LinkedDocument *createInternal(const QString &type, Context *context);
     void completeNew();
     [[nodiscard]] QList<LinkedDocument *> builtReferences() const;
-
-    /// And those that fields refer to.
-    [[nodiscard]] QList<Document *> linkTargets() const override;
     void readAccessChanged();
     void purgeReferences();
     void clearLinks();

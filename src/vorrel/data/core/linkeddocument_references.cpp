@@ -134,18 +134,6 @@ QList<QObject *> LinkedDocument::references(int type) const
     return objects;
 }
 
-QList<Document *> LinkedDocument::linkTargets() const
-{
-    QList<Document *> targets = Document::linkTargets();
-    if (!d->referenceCounts.isEmpty()) {
-        const QList<QObject *> objects = references(0);
-        for (QObject *object : objects) {
-            targets.append(static_cast<Document *>(object));
-        }
-    }
-    return targets;
-}
-
 QList<LinkedDocument *> LinkedDocument::builtReferences() const
 {
     QList<LinkedDocument *> documents;
