@@ -376,6 +376,20 @@ private Q_SLOTS:
         }
     }
 
+    void aDeletionThatIsTakenBackIsAnEdit()
+    {
+        ContextFixture fixture;
+        LinkedDocument *document = fixture.create("a"_s);
+        const int sequence = document->changeSequenceNumber();
+        fixture.couch().hold();
+        fixture->saveLocalChanges();
+        QTRY_COMPARE(sent(fixture.couch()), "a"_l);
+        document->setDeleted(true);
+        document->setDeleted(false);
+        QCOMPARE(document->changeSequenceNumber(), sequence);
+        QVERIFY(fixture.finishSaving() && document->isDirty());
+    }
+
     void noDescriptorIsKeptForADocument()
     {
         rlimit former {};

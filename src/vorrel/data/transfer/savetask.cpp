@@ -130,6 +130,9 @@ void SaveTask::prepare()
         return;
     }
     qCDebug(lcSaveQueue, "Preparing transfer data of %s", qPrintable(m_id));
+    // The count begins anew when a document that was never stored is deleted; if that is taken
+    // back, it comes to the same number.
+    connect(m_document, &Document::editedChanged, this, [this] { m_isEdited = true; });
     QJsonObject document = m_document->serialize();
     document.remove(jsonkeys::revision);
     document.remove(jsonkeys::attachments);
@@ -388,7 +391,8 @@ void SaveTask::finish()
         m_cache->invalidate(m_id);
     }
     const QPointer<SaveTask> self(this);
-    m_document->markClean(m_revision, m_dirtyCount, m_attachments);
+    constexpr int noCount = -1;
+    m_document->markClean(m_revision, m_isEdited ? noCount : m_dirtyCount, m_attachments);
     if (self) {
         complete();
     }

@@ -97,6 +97,7 @@ private:
     qint64 m_bytesDone = 0;
     qint64 m_bytesTotal = 0;
     int m_dirtyCount = 0;           // of the document when it was prepared
+    bool m_isEdited = false;        // since then
     int m_conflicts = 0;            // since an item was stored
     QString m_revision;             // that the next item is based on
     QSet<QByteArray> m_attachments; // hexadecimal; in the end all that the saved revision has
