@@ -86,7 +86,7 @@ bool ReloadingUpdateHandler::mayReload(const QString &id) const
 {
     const Reload reload = m_reloads.value(id);
     const LinkedDocument *document = reload.document;
-    if (!document || document->deleted() || document->revision() != reload.revision
+    if (!document || document->revision() != reload.revision
         || document->documentUrl() != reload.url) {
         return false;
     }
@@ -142,7 +142,7 @@ void ReloadingUpdateHandler::apply(const QString &id, const QJsonObject &data)
 void ReloadingUpdateHandler::finish(const QString &id)
 {
     const Reload reload = m_reloads.take(id);
-    if (reload.again && reload.document && !reload.document->deleted()) {
+    if (reload.again && reload.document) {
         update(reload.document);
     }
 }
