@@ -17,6 +17,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("label");
         QTest::newRow("edit") << "theirs"_s;
+        QTest::newRow("deletion taken back") << "theirs"_s;
         QTest::newRow("edited before") << "mine"_s;
         QTest::newRow("edited meanwhile") << "mine"_s;
         QTest::newRow("removed") << QString();
@@ -33,7 +34,11 @@ private Q_SLOTS:
         fixture.store("new"_s);
         const QPointer<LinkedDocument> document = fixture.load("a"_s);
         fixture.couch().store(R"({"_id":"a","_rev":"2-a","type":"tag","label":"theirs",
-                                  "references":["new"]})"_json);
+                                  "deleted":false,"references":["new"]})"_json);
+        if (event == "deletion taken back"_s) {
+            document->reload(R"({"_id":"a","_rev":"1-a","type":"tag","label":"before",
+                                 "deleted":true})"_json);
+        }
         document->setLabel(event == "edited before"_s ? "mine"_s : "before"_s);
         fixture.couch().hold();
         QMetaObject::invokeMethod(fixture.context(), "handleNewRevision", Q_ARG(QString, "a"_s),
@@ -55,6 +60,7 @@ private Q_SLOTS:
                  event.startsWith("edited"_s) ? 1 : 0);
         QCOMPARE(fixture->isLoaded("new"_s), isReloaded);
         QVERIFY(!isReloaded || (!document->isDirty() && document->getStruct("x"_s).isEmpty()));
+        QVERIFY(!document || !document->deleted());
     }
 };
 
