@@ -91,17 +91,19 @@ bool renameDirectory(const QString &from, const QString &to)
     return true;
 }
 
-QFileInfoList strays(const QDir &directory, const QString &name, QDir::Filters kind,
-                     const QDateTime &now)
+QFileInfoList strays(const QString &directory, const QString &name, QDir::Filters kind,
+                     const QDateTime &now, QDirIterator::IteratorFlags flags)
 {
     // QSaveFile writes into a file of this name, and QTemporaryDir is told to.
-    const QFileInfoList found = directory.entryInfoList({ name + QStringLiteral(".??????") },
-                                                        kind | QDir::Hidden | QDir::System);
+    QDirIterator found(directory, { name + QStringLiteral(".??????") },
+                       kind | QDir::Hidden | QDir::System, flags);
     QFileInfoList old;
-    std::copy_if(found.begin(), found.end(), std::back_inserter(old),
-                 [&now](const QFileInfo &file) {
-                     return file.lastModified().secsTo(now) > tuning::strayFileAge.count();
-                 });
+    while (found.hasNext()) {
+        found.next();
+        if (found.fileInfo().lastModified().secsTo(now) > tuning::strayFileAge.count()) {
+            old.append(found.fileInfo());
+        }
+    }
     return old;
 }
 

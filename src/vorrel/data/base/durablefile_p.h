@@ -5,6 +5,7 @@
 #include <vorrel/data/datacoreexport.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
 #include <QtCore/QString>
 
@@ -33,8 +34,10 @@ bool commit(QSaveFile &file);
 bool renameDirectory(const QString &from, const QString &to);
 
 /// What killed writers of a file \p name, which may be a pattern, have left in \p directory more
-/// than a day before \p now. A younger one may belong to a writer that runs.
-QFileInfoList strays(const QDir &directory, const QString &name, QDir::Filters kind,
-                     const QDateTime &now);
+/// than a day before \p now, and on demand in the directories below it. A younger one may belong
+/// to a writer that runs.
+QFileInfoList strays(const QString &directory, const QString &name, QDir::Filters kind,
+                     const QDateTime &now,
+                     QDirIterator::IteratorFlags flags = QDirIterator::NoIteratorFlags);
 
 } // namespace vo::data::durablefile

@@ -169,7 +169,7 @@ void removeStrays(const QString &path)
 {
     const QFileInfo cache(path);
     const auto now = QDateTime::fromMSecsSinceEpoch(Clock::instance().currentMSecsSinceEpoch());
-    const auto files = durablefile::strays(cache.dir(), cache.fileName(), QDir::Files, now);
+    const auto files = durablefile::strays(cache.path(), cache.fileName(), QDir::Files, now);
     for (const QFileInfo &file : files) {
         QFile::remove(file.filePath());
     }

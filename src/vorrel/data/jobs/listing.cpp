@@ -111,8 +111,7 @@ void Listing::setQueryLimit(int limit)
 
 QList<Document *> Listing::documentList() const
 {
-    d->prune();
-    return d->documents;
+    return d->documents.objects();
 }
 
 QQmlListProperty<Document> Listing::documents()
@@ -192,10 +191,8 @@ void Listing::updateResult()
     clock.start();
     d->resultScheduled = false;
     const QList<Document *> wanted = d->wantedDocuments();
-    d->prune();
     const int count = int(wanted.size());
-    const bool isChanged = std::exchange(d->shrunk, false) || wanted != d->documents;
-    d->documents = wanted;
+    const bool isChanged = d->documents.assign(wanted);
     qCDebug(lcListing) << "Listing result update took" << clock.elapsed() << "msecs for" << count
                        << "documents";
     if (isChanged) {
@@ -205,6 +202,7 @@ void Listing::updateResult()
 
 ListingPrivate::ListingPrivate(Listing *listing)
     : q(listing)
+    , documents(listing, [listing] { Q_EMIT listing->documentsChanged(); })
 {
     timer.setInterval(tuning::listingDelay);
     timer.setSingleShot(true);
@@ -244,30 +242,12 @@ void ListingPrivate::clear()
     }
     ++queries;
     documentSet.clear();
-    documents.clear();
-    gone.clear();
+    documents.assign({});
 }
 
-// One by one out of the list, the end of a Context would take time with the square of its size.
 void ListingPrivate::documentDestroyed(const Document *document)
 {
     documentSet.remove(const_cast<Document *>(document));
-    if (!documents.isEmpty()) {
-        gone.insert(document);
-        scheduleResult();
-    }
-}
-
-void ListingPrivate::prune()
-{
-    if (!gone.isEmpty()) {
-        const auto end =
-            std::remove_if(documents.begin(), documents.end(),
-                           [this](Document *document) { return gone.contains(document); });
-        shrunk = shrunk || end != documents.end();
-        documents.erase(end, documents.end());
-        gone.clear();
-    }
 }
 
 // The query

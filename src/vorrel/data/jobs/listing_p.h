@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vorrel/data/core/documentwatch_p.h>
+#include <vorrel/data/core/documentlist_p.h>
 #include <vorrel/data/jobs/listing.h>
 #include <vorrel/data/jobs/viewjob.h>
 
@@ -40,9 +40,6 @@ public:
     /// The list as it is to be. Without what is not to be shown.
     [[nodiscard]] QList<Document *> wantedDocuments() const;
 
-    /// Drops documents that have gone.
-    void prune();
-
     Listing *const q;
     QPointer<Context> context;
     Listing::Status status = Listing::Loaded;
@@ -52,9 +49,7 @@ public:
     QTimer timer;             // to the next query
     bool resultScheduled = false;
     QSet<Document *> documentSet; // that may belong to the list
-    QList<Document *> documents;  // the list
-    QSet<const Document *> gone;  // some of which may still stand in the list
-    bool shrunk = false;          // the list, and nobody was told yet
+    DocumentList documents;       // the list
 
 public Q_SLOTS:
     void updateListing();

@@ -4,13 +4,10 @@
 
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
-#include <vorrel/data/context/context.h>
 #include <vorrel/data/core/document.h>
 #include <vorrel/data/core/documentlist_p.h>
+#include <vorrel/data/models/delayedrun_p.h>
 #include <vorrel/data/models/filters/filtercriteria_p.h>
-
-#include <QtCore/QPointer>
-#include <QtCore/QTimerEvent>
 
 #include <exception>
 #include <vector>
@@ -76,16 +73,11 @@ struct DocumentFilter::Private
     explicit Private(DocumentFilter *filter);
 
     void documentsAreOthers();
-    void updateContext(Context *newContext);
-    void stopTimer();
     [[nodiscard]] std::vector<FilterFunction> activeFunctions() const;
 
     DocumentFilter *const q;
-    int timer = 0;
-    int delay = int(tuning::filterDelay.count());
-    bool busy = false;
-    bool scheduled = false; // since the last evaluation began
-    int runs = 0;           // evaluations
+    DelayedRun run;
+    int runs = 0; // evaluations
     QPointer<Context> context;
     DocumentList documents;
     DocumentList result;
@@ -95,6 +87,7 @@ struct DocumentFilter::Private
 
 DocumentFilter::Private::Private(DocumentFilter *filter)
     : q(filter)
+    , run(filter, tuning::filterDelay, [filter] { Q_EMIT filter->busyChanged(); })
     , documents(
           filter, [this] { documentsAreOthers(); }, DocumentList::NoNulls)
     , result(filter, [filter] { Q_EMIT filter->resultChanged(); })
@@ -107,28 +100,10 @@ DocumentFilter::Private::Private(DocumentFilter *filter)
 void DocumentFilter::Private::documentsAreOthers()
 {
     if (documents.objects().size() == 1) {
-        updateContext(documents.objects().constFirst()->context());
+        watchContext(context, documents.objects().constFirst()->context(), q,
+                     &DocumentFilter::handleDocumentChanged);
     }
     Q_EMIT q->documentsChanged();
-}
-
-void DocumentFilter::Private::updateContext(Context *newContext)
-{
-    if (newContext == context) {
-        return;
-    }
-    if (context) {
-        context->disconnect(q);
-    }
-    context = newContext;
-    connect(newContext, &Context::documentChanged, q, &DocumentFilter::handleDocumentChanged);
-}
-
-void DocumentFilter::Private::stopTimer()
-{
-    if (timer != 0) {
-        q->killTimer(std::exchange(timer, 0));
-    }
 }
 
 std::vector<FilterFunction> DocumentFilter::Private::activeFunctions() const
@@ -183,17 +158,17 @@ QQmlListProperty<FilterCriterion> DocumentFilter::criteria()
 
 int DocumentFilter::delay() const
 {
-    return d->delay;
+    return d->run.delay();
 }
 
 void DocumentFilter::setDelay(int milliseconds)
 {
-    d->delay = milliseconds;
+    d->run.setDelay(milliseconds);
 }
 
 bool DocumentFilter::busy() const
 {
-    return d->busy;
+    return d->run.isBusy();
 }
 
 void DocumentFilter::handleDocumentChanged(Document *doc)
@@ -205,26 +180,16 @@ void DocumentFilter::handleDocumentChanged(Document *doc)
 
 void DocumentFilter::scheduleUpdate()
 {
-    if (d->delay < 1) {
+    if (d->run.isAtOnce()) {
         applyFilter();
-        return;
-    }
-    const QPointer<DocumentFilter> self(this);
-    d->scheduled = true;
-    d->stopTimer();
-    if (!std::exchange(d->busy, true)) {
-        Q_EMIT busyChanged();
-    }
-    if (self) {
-        d->stopTimer(); // a slot may have started one
-        d->timer = startTimer(d->delay, Qt::CoarseTimer);
+    } else {
+        d->run.schedule();
     }
 }
 
 void DocumentFilter::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() == d->timer) {
-        d->stopTimer();
+    if (d->run.isDue(*event)) {
         applyFilter();
     } else {
         QObject::timerEvent(event);
@@ -236,7 +201,7 @@ void DocumentFilter::timerEvent(QTimerEvent *event)
 void DocumentFilter::applyFilter()
 {
     const QPointer<DocumentFilter> self(this);
-    d->scheduled = false;
+    d->run.begin();
     const int run = ++d->runs;
     bool hasOtherResult = false;
     bool hasOtherFiltered = false;
@@ -266,9 +231,8 @@ void DocumentFilter::applyFilter()
     if (self && hasOtherFiltered) {
         Q_EMIT filteredChanged();
     }
-    // What a slot has scheduled is still to come.
-    if (self && !d->scheduled && std::exchange(d->busy, false)) {
-        Q_EMIT busyChanged();
+    if (self) {
+        d->run.end();
     }
 }
 

@@ -3,14 +3,11 @@
 #include <vorrel/data/models/documentsorter.h>
 
 #include <vorrel/data/base/tuning_p.h>
-#include <vorrel/data/context/context.h>
 #include <vorrel/data/core/document.h>
 #include <vorrel/data/core/documentlist_p.h>
 #include <vorrel/data/models/criterionlist_p.h>
+#include <vorrel/data/models/delayedrun_p.h>
 #include <vorrel/data/models/sortorder_p.h>
-
-#include <QtCore/QPointer>
-#include <QtCore/QTimerEvent>
 
 namespace vo::data {
 
@@ -59,19 +56,14 @@ struct DocumentSorter::Private
     explicit Private(DocumentSorter *sorter);
 
     void documentsAreOthers();
-    void updateContext(Context *newContext);
-    void stopTimer();
     [[nodiscard]] std::vector<CompareFunction> functions() const;
 
     DocumentSorter *const q;
-    int timer = 0;
-    int delay = int(tuning::sorterDelay.count());
-    bool busy = false;
+    DelayedRun run;
     QPointer<Context> context;
     SorterDocuments documents;
     DocumentList result;
     CriterionList<SortCriterion> criteria;
-    QMetaObject::Connection contextConnection;
 
     // What was sorted last, which helps as long as the criteria stay as they are.
     SortOrder order;
@@ -81,6 +73,7 @@ struct DocumentSorter::Private
 
 DocumentSorter::Private::Private(DocumentSorter *sorter)
     : q(sorter)
+    , run(sorter, tuning::sorterDelay, [sorter] { Q_EMIT sorter->busyChanged(); })
     , documents(
           sorter, [this] { documentsAreOthers(); },
           [guard = QPointer<DocumentSorter>(sorter)] {
@@ -100,26 +93,10 @@ DocumentSorter::Private::Private(DocumentSorter *sorter)
 void DocumentSorter::Private::documentsAreOthers()
 {
     if (documents.objects().size() == 1) {
-        updateContext(documents.objects().constFirst()->context());
+        watchContext(context, documents.objects().constFirst()->context(), q,
+                     &DocumentSorter::handleDocumentChanged);
     }
     Q_EMIT q->documentsChanged();
-}
-
-void DocumentSorter::Private::updateContext(Context *newContext)
-{
-    if (newContext != context) {
-        QObject::disconnect(contextConnection);
-        context = newContext;
-        contextConnection = QObject::connect(newContext, &Context::documentChanged, q,
-                                             &DocumentSorter::handleDocumentChanged);
-    }
-}
-
-void DocumentSorter::Private::stopTimer()
-{
-    if (timer != 0) {
-        q->killTimer(std::exchange(timer, 0));
-    }
 }
 
 std::vector<CompareFunction> DocumentSorter::Private::functions() const
@@ -169,20 +146,20 @@ QQmlListProperty<SortCriterion> DocumentSorter::criteria()
 
 int DocumentSorter::delay() const
 {
-    return d->delay;
+    return d->run.delay();
 }
 
 void DocumentSorter::setDelay(int milliseconds)
 {
-    if (milliseconds != d->delay) {
-        d->delay = milliseconds;
+    if (milliseconds != d->run.delay()) {
+        d->run.setDelay(milliseconds);
         Q_EMIT delayChanged();
     }
 }
 
 bool DocumentSorter::busy() const
 {
-    return d->busy;
+    return d->run.isBusy();
 }
 
 void DocumentSorter::handleDocumentChanged(Document *doc)
@@ -195,25 +172,17 @@ void DocumentSorter::handleDocumentChanged(Document *doc)
 
 void DocumentSorter::scheduleUpdate()
 {
-    d->stopTimer();
-    if (d->delay < 1) {
+    d->run.cancel();
+    if (d->run.isAtOnce()) {
         sort();
-        return;
-    }
-    const QPointer<DocumentSorter> self(this);
-    if (!std::exchange(d->busy, true)) {
-        Q_EMIT busyChanged();
-    }
-    if (self) {
-        d->stopTimer(); // a slot may have started one
-        d->timer = startTimer(d->delay, Qt::CoarseTimer);
+    } else {
+        d->run.schedule();
     }
 }
 
 void DocumentSorter::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() == d->timer) {
-        d->stopTimer();
+    if (d->run.isDue(*event)) {
         sort();
     } else {
         QObject::timerEvent(event);
@@ -223,6 +192,7 @@ void DocumentSorter::timerEvent(QTimerEvent *event)
 void DocumentSorter::sort()
 {
     const QPointer<DocumentSorter> self(this);
+    d->run.begin();
     const QSet<const Document *> changed = std::exchange(d->changed, {});
     const QList<Document *> documents = d->documents.objects();
     if (d->criteria.objects().isEmpty()) {
@@ -236,9 +206,8 @@ void DocumentSorter::sort()
         d->result.assign(d->order.result());
     }
     Q_EMIT resultChanged();
-    // A slot may have scheduled the next run.
-    if (self && d->timer == 0 && std::exchange(d->busy, false)) {
-        Q_EMIT busyChanged();
+    if (self) {
+        d->run.end();
     }
 }
 

@@ -64,17 +64,15 @@ void removeStrays(const QString &path, const QDateTime &now)
 {
     const QFileInfo store(path);
     const auto unfinished =
-        durablefile::strays(store.dir(), store.fileName(), QDir::Dirs | QDir::NoSymLinks, now);
+        durablefile::strays(store.path(), store.fileName(), QDir::Dirs | QDir::NoSymLinks, now);
     for (const QFileInfo &directory : unfinished) {
         QDir(directory.filePath()).removeRecursively();
     }
     const QString anyFile(fileDigits, QLatin1Char('?'));
-    QDirIterator directories(path, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
-    while (directories.hasNext()) {
-        const auto files = durablefile::strays(directories.next(), anyFile, QDir::Files, now);
-        for (const QFileInfo &file : files) {
-            QFile::remove(file.filePath());
-        }
+    const auto files =
+        durablefile::strays(path, anyFile, QDir::Files, now, QDirIterator::Subdirectories);
+    for (const QFileInfo &file : files) {
+        QFile::remove(file.filePath());
     }
 }
 
