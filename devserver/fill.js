@@ -4,20 +4,26 @@
 import { readdirSync, readFileSync } from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { isDeepStrictEqual } from 'node:util';
+import { isDeepStrictEqual, parseArgs } from 'node:util';
 
 import { Client } from './lib/client.js';
+import { withCopies } from './lib/copies.js';
 
-const USAGE = 'Usage: fill.js http://[user:pass@]host:port/database [DIR]';
+const USAGE = 'Usage: fill.js [--count N] http://[user:pass@]host:port/database [DIR]';
+/** Documents in one request. */
+const BATCH = 1000;
 const DEFAULT_FOLDER = fileURLToPath(new URL('../database', import.meta.url));
 
-/** The design document and everything below sample/, in the order of the file names. */
-function readContent(folder) {
+/**
+ * The design document and everything below sample/, in the order of the file names, with copies if
+ * there shall be more documents than that.
+ */
+function readContent(folder, count) {
   const samples = path.join(folder, 'sample');
   const files = readdirSync(samples).filter((name) => name.endsWith('.json')).sort();
   return [
     readJson(path.join(folder, 'design.json')),
-    ...files.flatMap((name) => readJson(path.join(samples, name))),
+    ...withCopies(files.flatMap((name) => readJson(path.join(samples, name))), count),
   ];
 }
 
@@ -56,25 +62,47 @@ async function outdated(client, docs) {
   });
 }
 
-async function fill(address, folder) {
+async function fill(address, folder, count) {
   const client = new Client(address);
-  const docs = readContent(folder);
+  const docs = readContent(folder, count);
   await ensureDatabase(client);
+  for (let start = 0; start < docs.length; start += BATCH)
+    await fillIn(client, docs.slice(start, start + BATCH));
+  // Builds the index of the views, which the first reader would otherwise have to wait for.
+  await client.expect('GET', '/_design/tessaro/_view/by_type?limit=0');
+  console.log(`Filled ${client.database}: ${docs.length} documents`);
+}
+
+async function fillIn(client, docs) {
   const changed = await outdated(client, docs);
   const results = await client.expect('POST', '/_bulk_docs', { docs: changed });
   const refused = results.find((result) => result.error);
   if (refused)
     throw new Error(`${refused.id}: ${refused.error}: ${refused.reason}`);
-  console.log(`Filled ${client.database}: ${docs.length} documents`);
 }
 
-const [address, folder = DEFAULT_FOLDER, ...others] = process.argv.slice(2);
-if (address === undefined || others.length > 0) {
+/** Address, folder and number of documents, or null. */
+function readArguments() {
+  try {
+    const { values, positionals } = parseArgs({
+      options: { count: { type: 'string', default: '0' } },
+      allowPositionals: true,
+    });
+    const [address, folder = DEFAULT_FOLDER, ...others] = positionals;
+    const valid = address !== undefined && others.length === 0 && /^\d+$/.test(values.count);
+    return valid ? { address, folder, count: Number(values.count) } : null;
+  } catch {
+    return null;
+  }
+}
+
+const options = readArguments();
+if (options === null) {
   console.error(USAGE);
   process.exit(2);
 }
 try {
-  await fill(address, folder);
+  await fill(options.address, options.folder, options.count);
 } catch (error) {
   console.error(`Cannot fill the database: ${error.message}`);
   process.exit(1);

@@ -59,8 +59,8 @@ test('content is filled in once, updated where it differs, and faults are report
   writeFileSync(path.join(content, 'sample', 'extra.json'), '[{ "_id": "sample.extra", "x": 1 }]');
   const server = await startServer(t, '--user', 'me', '--pass', 'secret');
   const address = server.address.replace('//', '//me:secret@').replace(/test$/, 'filled');
-  const fill = async () => {
-    const { code, stdout, stderr } = await run('fill.js', address, content);
+  const fill = async (...options) => {
+    const { code, stdout, stderr } = await run('fill.js', ...options, address, content);
     assert.equal(stderr, '');
     assert.equal(code, 0);
     assert.match(stdout, /^Filled filled: \d+ documents\n$/);
@@ -73,6 +73,10 @@ test('content is filled in once, updated where it differs, and faults are report
   const { rows } = await client.expect('GET', '/_all_docs');
   for (const { id, value } of rows)
     assert.match(value.rev, id === 'sample.extra' ? /^2-/ : /^1-/);
+  await fill('--count', '2500');
+  assert.equal((await client.expect('GET', '')).doc_count, 2501); // with the design document
+  const { name } = await client.expect('GET', '/sample.product.deck-chair-2');
+  assert.equal(name.items.en, 'Deck chair Moor 2');
   const faults = [
     [address.replace('secret', 'other'), /HTTP status 401, unauthorized/],
     ['http://127.0.0.1:1/x', /ECONNREFUSED/],
