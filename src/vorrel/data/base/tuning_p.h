@@ -125,6 +125,13 @@ constexpr int loggedAnswerSize = 1024;
 /// Wait from the last reason for a query of a listing to that query. Longer gathers more reasons.
 constexpr std::chrono::milliseconds listingDelay = 100ms;
 
+/// Wait from a reason for counting references to the query. Longer gathers more reasons, and shows
+/// counts later.
+constexpr std::chrono::milliseconds referenceCountDelay = 70ms;
+
+/// The same for the counts of a list of documents, which are asked for together.
+constexpr std::chrono::milliseconds referenceCounterDelay = 100ms;
+
 /// Wait from the last change to the evaluation of a filter, unless the application says otherwise.
 /// Longer gathers more changes, and shows them later.
 constexpr std::chrono::milliseconds filterDelay = 100ms;

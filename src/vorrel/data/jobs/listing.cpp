@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/jobs/listing.h>
 
-#include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/qmlobjectlist_p.h>
 #include <vorrel/data/base/tuning_p.h>
@@ -10,10 +9,10 @@
 #include <vorrel/data/context/loadrequest.h>
 #include <vorrel/data/core/documenttasks_p.h>
 #include <vorrel/data/core/typeregistry_p.h>
+#include <vorrel/data/jobs/databaseview_p.h>
 #include <vorrel/data/jobs/listing_p.h>
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QJsonArray>
 
 #include <algorithm>
 
@@ -34,20 +33,6 @@ bool isShown(const Document *document)
 {
     return !document->deleted() && document->accessLevel() >= Document::ReadAccess
         && !document->implicitReadAccess();
-}
-
-QStringList rowIds(const QJsonValue &answer)
-{
-    QStringList ids;
-    const QJsonArray rows = answer.toObject().value(jsonkeys::rows).toArray();
-    for (const QJsonValue &row : rows) {
-        const QString id = row.toObject().value(jsonkeys::recordId).toString();
-        qCDebug(lcListing, "Processing listing row: %s", qPrintable(id));
-        if (!id.isEmpty()) {
-            ids.append(id);
-        }
-    }
-    return ids;
 }
 
 } // namespace
@@ -252,6 +237,12 @@ void ListingPrivate::documentDestroyed(const Document *document)
 
 // The query
 
+void ListingJob::run()
+{
+    qCDebug(lcJob) << "Run listing job" << CouchUrl::displayText(url());
+    ViewJob::run();
+}
+
 void ListingPrivate::updateListing()
 {
     if (!context) {
@@ -289,7 +280,10 @@ void ListingPrivate::processViewResult()
         return;
     }
     qCDebug(lcListing, "Processing view result");
-    const QStringList ids = rowIds(job->result());
+    const QStringList ids = DatabaseView::rowIds(job->result().toObject());
+    for (const QString &id : ids) {
+        qCDebug(lcListing, "Processing listing row: %s", qPrintable(id));
+    }
     job.clear();
     load(ids);
     setStatus(Listing::Loaded);

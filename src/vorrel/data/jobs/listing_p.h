@@ -20,6 +20,9 @@ public:
     ListingJob(const QUrl &url, Context *context)
         : ViewJob(url, ContextError::Blocking, context)
     { }
+
+protected:
+    void run() override;
 };
 
 class ListingPrivate : public QObject, public DocumentWatch

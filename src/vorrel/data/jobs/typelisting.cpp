@@ -5,24 +5,9 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/core/document.h>
-
-#include <vorrel/core/couchurl.h>
-
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
+#include <vorrel/data/jobs/databaseview_p.h>
 
 namespace vo::data {
-
-namespace {
-
-constexpr char viewPath[] = "_design/tessaro/_view/by_type";
-
-QString keyText(const QJsonArray &key)
-{
-    return QString::fromUtf8(QJsonDocument(key).toJson(QJsonDocument::Compact));
-}
-
-} // namespace
 
 TypeListing::TypeListing(Context *context)
     : Listing(context)
@@ -53,15 +38,14 @@ QUrl TypeListing::queryUrl() const
         return {};
     }
     CouchUrl::Query query {
-        { QStringLiteral("startkey"), keyText({ m_type, QJsonArray() }) },
-        { QStringLiteral("endkey"), keyText({ m_type, QJsonValue() }) },
+        { QStringLiteral("startkey"), DatabaseView::key(QJsonArray { m_type, QJsonArray() }) },
+        { QStringLiteral("endkey"), DatabaseView::key(QJsonArray { m_type, QJsonValue() }) },
         { QStringLiteral("descending"), QStringLiteral("true") },
     };
     if (queryLimit() >= 0) {
         query.append({ QStringLiteral("limit"), QString::number(queryLimit()) });
     }
-    const QUrl url = CouchUrl::resource(context()->serviceUrl(), context()->database(),
-                                        QLatin1String(viewPath), query);
+    const QUrl url = DatabaseView::url(context(), QLatin1String("by_type"), query);
     qCDebug(lcListing) << "Type listing query URL" << CouchUrl::displayText(url);
     return url;
 }

@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/jobs/viewjob.h>
 
-#include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/context/joberror.h>
+#include <vorrel/data/jobs/databaseview_p.h>
 
-#include <vorrel/core/couchurl.h>
 #include <vorrel/core/getrequest.h>
 
 namespace vo::data {
@@ -14,7 +13,6 @@ namespace vo::data {
 namespace {
 
 constexpr int httpOk = 200;
-constexpr int httpNotFound = 404;
 
 } // namespace
 
@@ -31,10 +29,16 @@ QJsonValue ViewJob::result() const
     return m_result;
 }
 
+Request *ViewJob::createRequest(const QNetworkRequest &request)
+{
+    return new GetRequest(request, context()->networkAccessManager(), this);
+}
+
+void ViewJob::answered(int /*statusCode*/) { }
+
 void ViewJob::run()
 {
-    qCDebug(lcJob) << "Run listing job" << CouchUrl::displayText(m_url);
-    m_request = new GetRequest(QNetworkRequest(m_url), context()->networkAccessManager(), this);
+    m_request = createRequest(QNetworkRequest(m_url));
     m_request->setSuppressErrors(true);
     connect(m_request, &Request::finished, this, &ViewJob::requestFinished);
 }
@@ -45,16 +49,17 @@ void ViewJob::requestFinished()
     m_error = m_request->error();
     m_result =
         m_request->isOk(httpOk) ? m_request->response(nullptr) : QJsonValue(QJsonValue::Undefined);
-    if (m_statusCode == httpNotFound) {
-        qCCritical(lcListing, "database has no view %s: install the design document",
-                   qPrintable(m_url.fileName()));
+    DatabaseView::reportIfMissing(*m_request);
+    const QPointer<ViewJob> self(this);
+    answered(m_statusCode);
+    if (self) {
+        setStatus(m_result.isObject() ? Finished : Error);
     }
-    setStatus(m_result.isObject() ? Finished : Error);
 }
 
 ContextError *ViewJob::createJobError()
 {
-    return new JobError(m_severity, m_statusCode, m_error, this);
+    return m_request ? new JobError(m_severity, m_statusCode, m_error, this) : nullptr;
 }
 
 } // namespace vo::data

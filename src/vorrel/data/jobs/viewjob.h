@@ -9,9 +9,10 @@
 #include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtNetwork/QNetworkReply>
+#include <QtNetwork/QNetworkRequest>
 
 namespace vo {
-class GetRequest;
+class Request;
 }
 
 namespace vo::data {
@@ -33,7 +34,18 @@ protected:
     /// \p url is that of the view, with the query.
     ViewJob(const QUrl &url, ContextError::Severity severity, Context *context);
 
+    [[nodiscard]] const QUrl &url() const { return m_url; }
+
+    /// What is sent, with this job as the parent. A GET here.
+    [[nodiscard]] virtual Request *createRequest(const QNetworkRequest &request);
+
+    /// The request has ended with this HTTP status; result() is undefined if that was no success.
+    /// Comes before the status of the job changes, and may destroy it. Does nothing here.
+    virtual void answered(int statusCode);
+
     void run() override;
+
+    /// Null if nothing was asked.
     [[nodiscard]] ContextError *createJobError() override;
 
 private:
@@ -41,7 +53,7 @@ private:
 
     const QUrl m_url;
     const ContextError::Severity m_severity;
-    QPointer<GetRequest> m_request; // child
+    QPointer<Request> m_request; // child
     QJsonValue m_result { QJsonValue::Undefined };
     int m_statusCode = 0;
     QNetworkReply::NetworkError m_error = QNetworkReply::NoError;
