@@ -77,6 +77,13 @@ struct Table
         return known || id == QLatin1Char('0') ? known : LinkedDocument::create(type, id, &context);
     }
 
+    void run(const QStringList &steps)
+    {
+        for (const QString &step : steps) {
+            model ? run(step) : void();
+        }
+    }
+
     void run(const QString &step)
     {
         QList<Document *> documents;
@@ -147,7 +154,7 @@ struct Chain : Table
     {
         const int n = random.bounded(4);
         QString ids;
-        for (int count = random.bounded(20); count >= 0; --count) {
+        while (random.bounded(12) > 0 || ids.isEmpty()) {
             ids += anyOf("ABCDEFGHIabcdefghijklmnopqrstuvwxy"_s);
         }
         const auto [list, criterion] = anyOf(links);
@@ -165,8 +172,7 @@ struct Chain : Table
             n > 0 ? criteria.append(criterion) : criteria.clear();
         } else {
             QObject *object = n > 1 ? criterion : document(ids.at(0));
-            const bool isThere = object->metaObject()->indexOfProperty(name) >= 0;
-            isThere ? void(object->setProperty(name, value)) : void();
+            object->metaObject()->indexOfProperty(name) < 0 || object->setProperty(name, value);
         }
     }
 
@@ -177,12 +183,10 @@ struct Chain : Table
             processEvents();
         } while (tickTimer(&filter, 100ms) || tickTimer(&sorter, 30ms)
                  || tickTimer(model.get(), 30ms));
-        const auto selection = listed(model.get(), "selection");
+        const auto all = listed(model.get(), "selection");
         const QList<Document *> end { nullptr }; // UBSan cannot bear a comparison of empty lists
         const auto rows = naiveRows(&filter, &sorter) + end;
-        const auto isMarked = [&](auto *d) {
-            return model->isSelected(d) == selection.contains(d);
-        };
+        const auto isMarked = [&](auto *d) { return model->isSelected(d) == all.contains(d); };
         return model->dataList() + end == rows && mirror + end == rows
             && std::all_of(rows.begin(), rows.end(), isMarked);
     }
@@ -208,7 +212,7 @@ class tst_DocumentModel : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    // Again and again, until a slot has destroyed the model in each of the signals.
+    // Again and again, until a slot has destroyed the model in each signal.
     void rowsAndSignalsFollowTheLists()
     {
         for (const QString &script : QString::fromLatin1(scripts).split(QLatin1Char('\n'))) {
@@ -217,9 +221,7 @@ private Q_SLOTS:
             for (int end = 1; !isWhole; ++end) {
                 int signalsLeft = end;
                 Table table([&] { --signalsLeft ? void() : table.model.reset(); });
-                for (const QString &step : steps.split(QLatin1Char(' '))) {
-                    table.model ? table.run(step) : void();
-                }
+                table.run(steps.split(QLatin1Char(' ')));
                 isWhole = table.model != nullptr;
                 QVERIFY(end < 30);
                 QCOMPARE(isWhole ? steps + " => "_s + table.state() : script, script);
@@ -229,14 +231,8 @@ private Q_SLOTS:
 
     void aSlotMayEditTheLists()
     {
-        Table table([&table] {
-            for (const QString &step : table.log == "~0 "_s ? "+x =yz Da"_l : ""_l) {
-                table.run(step);
-            }
-        });
-        for (const QString &step : "+abcd : =dcba ."_l) {
-            table.run(step);
-        }
+        Table table([&table] { table.run(table.log == "~0 "_s ? "+x =yz Da"_l : ""_l); });
+        table.run("+abcd : =dcba ."_l);
         QCOMPARE(table.state(), "~0 +4-4 d ~1 ~2 ~3 d |dcb0x|"_s);
         QTRY_COMPARE(table.state(), "~0 +4-4 d ~1 ~2 ~3 d -3-3 d -2-3 ~0 ~1 d |yz|"_s);
         const LogCapture log;
@@ -253,16 +249,16 @@ private Q_SLOTS:
         model.setProperties("number text"_l);
         QCOMPARE(model.index(0).data(258), QVariant(7));
         other.setProperties("documentId mood"_l);
-        QCOMPARE(model.roleNames().value(257), QByteArray("document"));
-        QCOMPARE(model.roleNames(), other.roleNames());
+        QVERIFY(model.roleNames() == other.roleNames()
+                && other.roleNames().value(257) == "document");
         QCOMPARE(model.index(0).data(258), QVariant("a"_s));
         const LogCapture log;
         QVERIFY(!model.index(0).data(259).isValid() && !model.index(1).data(258).isValid());
         QVERIFY(!model.index(0).data(260).isValid() && model.index(1).data(257).isValid());
-        QCOMPARE(log.lines().value(0),
-                 "default|critical|vo::data::DocumentModelPropertyRoles::data "
-                 "Property not defined in Document"_s);
-        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines().join(QString()),
+                 "default|critical|"
+                 "vo::data::DocumentModelPropertyRoles::data Property not defined in Document"_s);
+        QCOMPARE(model.DocumentModel::data(model.index(1), 258), QVariant(QString()));
     }
 
     void randomStepsEndInTheRightRows()
