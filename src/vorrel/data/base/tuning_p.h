@@ -139,6 +139,10 @@ constexpr std::chrono::milliseconds filterDelay = 100ms;
 /// The same for a sorter.
 constexpr std::chrono::milliseconds sorterDelay = 30ms;
 
+/// Wait from the clearing of a model's documents to the update of its rows. The documents that come
+/// in that time come to the views as one change.
+constexpr std::chrono::milliseconds modelBatchDelay = 30ms;
+
 /// Longest custom type, behind "data:", that makes a generic document; types come from the
 /// database.
 constexpr int maximumTypeLength = 255;

@@ -27,17 +27,38 @@ bool DocumentList::contains(const Document *document) const
 
 void DocumentList::append(Document *document)
 {
+    if (add(document)) {
+        tell();
+    }
+}
+
+bool DocumentList::add(Document *document)
+{
     const bool isForbidden = (m_rules.testFlag(NoNulls) && !document)
         || (m_rules.testFlag(NoDuplicates) && contains(document));
     if (isForbidden) {
-        return;
+        return false;
     }
     prune(); // a new document may stand where a destroyed one was
     m_documents.append(document);
     if (m_indexed) {
         m_index.insert(document);
     }
-    tell();
+    return true;
+}
+
+bool DocumentList::removeFirst(const Document *document)
+{
+    if (!contains(document)) {
+        return false;
+    }
+    prune();
+    const auto end = m_documents.end();
+    const auto next = m_documents.erase(std::find(m_documents.begin(), end, document));
+    if (std::find(next, m_documents.end(), document) == m_documents.end()) {
+        m_index.remove(document);
+    }
+    return true;
 }
 
 void DocumentList::clear()
@@ -56,10 +77,34 @@ bool DocumentList::assign(const QList<Document *> &documents)
         !std::equal(former.cbegin(), former.cend(), documents.cbegin(), documents.cend());
     if (differs) {
         m_documents = documents;
+        m_gaps.clear();
         m_index = {};
         m_indexed = false;
     }
     return std::exchange(m_shrunk, false) || differs;
+}
+
+DocumentList::Gap DocumentList::lastGap() const
+{
+    prune();
+    Gap gap;
+    for (auto place = m_gaps.rbegin(); place != m_gaps.rend(); ++place) {
+        if (gap.size > 0 && *place != gap.place - 1) {
+            break;
+        }
+        gap = { *place, gap.size + 1 };
+    }
+    return gap;
+}
+
+void DocumentList::closeGap(Gap gap)
+{
+    prune();
+    const auto begin = m_documents.begin() + gap.place;
+    m_documents.erase(begin, begin + gap.size);
+    const auto first = std::lower_bound(m_gaps.begin(), m_gaps.end(), gap.place);
+    const auto behind = m_gaps.erase(first, first + gap.size);
+    std::for_each(behind, m_gaps.end(), [gap](int &place) { place -= gap.size; });
 }
 
 void DocumentList::documentDestroyed(const Document *document)
@@ -98,7 +143,13 @@ void DocumentList::prune() const
     m_stale = false;
     const auto isGone = [this](const Document *document) { return !m_index.contains(document); };
     if (m_rules.testFlag(KeepPlaces)) {
-        std::replace_if(m_documents.begin(), m_documents.end(), isGone, nullptr);
+        for (int place = 0; place < m_documents.size(); ++place) {
+            if (m_documents.at(place) && isGone(m_documents.at(place))) {
+                m_documents[place] = nullptr;
+                m_gaps.push_back(place);
+            }
+        }
+        std::sort(m_gaps.begin(), m_gaps.end());
     } else {
         m_documents.erase(std::remove_if(m_documents.begin(), m_documents.end(), isGone),
                           m_documents.end());

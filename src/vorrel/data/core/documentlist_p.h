@@ -9,6 +9,7 @@
 #include <QtCore/QSet>
 
 #include <functional>
+#include <vector>
 
 namespace vo::data {
 
@@ -38,6 +39,12 @@ public:
     /// Does nothing if the rules forbid it.
     void append(Document *document) override;
 
+    /// The same without a call of changed. False if the rules forbid it.
+    bool add(Document *document);
+
+    /// Takes out the first that is \p document, without a call of changed. False if there is none.
+    bool removeFirst(const Document *document);
+
     /// Does nothing if the list is empty.
     void clear() override;
 
@@ -47,6 +54,19 @@ public:
 
     /// Whether documents were destroyed that the owner was not told of yet.
     [[nodiscard]] bool hasShrunk() const { return m_shrunk; }
+
+    /// Places side by side that destroyed documents have left. Not those of nulls that were listed.
+    struct Gap
+    {
+        int place = 0;
+        int size = 0;
+    };
+
+    /// The last gap, if places are kept; of no size if there is none.
+    [[nodiscard]] Gap lastGap() const;
+
+    /// Lets what stands behind \p gap move up, without a call of changed.
+    void closeGap(Gap gap);
 
 private:
     void documentDestroyed(const Document *document) override;
@@ -63,6 +83,7 @@ private:
     // leaves the list itself when that is read next: one by one, the end of a Context would take
     // time with the square of its size.
     mutable QList<Document *> m_documents;
+    mutable std::vector<int> m_gaps; // places, in order
     mutable QSet<const Document *> m_index;
     mutable bool m_indexed = false;
     mutable bool m_stale = false;

@@ -25,6 +25,7 @@
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
 #include <vorrel/data/models/filters/filtercriterion.h>
+#include <vorrel/data/models/sorters/sortcriterion.h>
 #include <vorrel/data/module/texts_p.h>
 #include <vorrel/data/properties/attachment.h>
 #include <vorrel/data/properties/langstring.h>
@@ -98,6 +99,6 @@ void _vo_data_registerTypesdata_core()
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch, vo::data::Attachment,
-            vo::data::FilterCriterion>();
+            vo::data::FilterCriterion, vo::data::SortCriterion>();
     });
 }
