@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
+import QtQml 2.15
 import QtQuick 2.15
 import vorrel.data.Core 1.0
 import "fields.js" as Fields
 
-// The documents that "sample.catalogue" names, in the order of the list. Loading it loads them,
-// because it refers to them.
+// What the database holds: a listing for each kind of document. Until these have their answers, and
+// without a network, it is what "sample.catalogue" names.
 Item {
     id: catalogue
 
@@ -14,40 +15,67 @@ Item {
     readonly property LinkedDocument document: root.document as LinkedDocument
     readonly property string title: text("title")
     readonly property string description: text("description")
+
     property var documents: []
 
-    // The one to show first.
-    readonly property LinkedDocument first: documents.find(
-        document => document.documentId === text("first")) || documents[0] || null
+    // How many documents of each kind there are.
+    property var counts: ({})
+    property var productGroups: []
 
-    // Counts the links between documents that came or went.
-    property int linkChanges: 0
-    property int unreadable: 0
+    // Whether the listings have their answers.
+    property bool listed: false
+
+    // The one to show first.
+    readonly property LinkedDocument first: document && context.loadedDocument(text("first"))
+        || documents[0] || null
 
     // "loading", "missing" or "ready"
-    readonly property string progress: document ? "ready" : answered ? "missing" : "loading"
-    property bool answered: false
+    readonly property string progress: documents.length ? "ready"
+        : answers < listings.count || context.busy ? "loading" : "missing"
+
+    // How often a listing had its answer.
+    property int answers: 0
 
     function text(field: string): string {
         return document ? document.getStructValue("catalogue", field) : ""
     }
 
-    // The documents that point at this one. Bind to linkChanges as well to have it follow.
-    function referrersOf(document: LinkedDocument) {
-        return documents.filter(other => Fields.targets(other).includes(document))
+    // The documents that each object of an Instantiator has.
+    function allOf(finders, documents) {
+        const lists = []
+        for (let i = 0; i < finders.count; ++i)
+            lists.push(documents(finders.objectAt(i)))
+        return [].concat(...lists)
     }
 
     function collect() {
-        const ids = Object.keys(document.getStruct("documents"))
-        const found = ids.map(id => context.loadedDocument(id)).filter(other => other !== null)
-        found.sort((a, b) => a.type.localeCompare(b.type) || a.label.localeCompare(b.label))
-        unreadable = ids.length - found.length
-        documents = found
+        const all = allOf(listings, listing => Fields.list(listing.documents))
+        listed = listed || all.length > named.count
+        show(listed ? all : allOf(named, root => root.document || []))
     }
 
-    onDocumentChanged: {
-        if (document)
-            collect()
+    function show(all) {
+        const numbers = {}
+        const groups = []
+        for (const other of all) {
+            const type = other.type
+            const kind = Fields.kind(type)
+            numbers[kind] = (numbers[kind] || 0) + 1
+            if (type === "group:product")
+                groups.push(other)
+        }
+        counts = numbers
+        productGroups = groups
+        documents = all
+    }
+
+    onDocumentChanged: later.start()
+
+    // Many come at once.
+    Timer {
+        id: later
+        interval: 0
+        onTriggered: catalogue.collect()
     }
 
     RootDocument {
@@ -56,24 +84,37 @@ Item {
         documentId: "sample.catalogue"
     }
 
-    Connections {
-        target: catalogue.context
-        function onBusyChanged() {
-            if (!catalogue.context.busy)
-                catalogue.answered = true
+    Instantiator {
+        id: named
+        model: catalogue.document ? Object.keys(catalogue.document.getStruct("documents")) : []
+
+        delegate: RootDocument {
+            required property string modelData
+            documentId: modelData
         }
-        function onDocumentLinked() {
-            linkTimer.start()
-        }
-        function onDocumentUnlinked() {
-            linkTimer.start()
+
+        onObjectAdded: (index, root) => {
+            root.documentChanged.connect(later.start)
+            root.context = catalogue.context
         }
     }
 
-    // Many come at once.
-    Timer {
-        id: linkTimer
-        interval: 50
-        onTriggered: ++catalogue.linkChanges
+    Instantiator {
+        id: listings
+        model: Fields.kinds
+
+        delegate: TypeListing {
+            required property string modelData
+            type: modelData
+        }
+
+        onObjectAdded: (index, listing) => {
+            listing.documentsChanged.connect(later.start)
+            listing.statusChanged.connect(() => {
+                if (listing.status === Listing.Loaded)
+                    ++catalogue.answers
+            })
+            listing.context = catalogue.context
+        }
     }
 }

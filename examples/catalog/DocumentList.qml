@@ -3,34 +3,83 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import vorrel.data.Core 1.0
+import "fields.js" as Fields
 
-// All documents, with a field to search them and chips for their kinds.
+// The documents that the user wants to see, in the order that he wants. Some can be selected.
 Rectangle {
     id: list
 
-    required property var documents
-    readonly property string wanted: search.text.trim().toLowerCase()
-    readonly property KindChip kind: kinds.checkedButton as KindChip
-    readonly property var shown: documents.filter(
-        document => kind !== null && kind.accepts(document) && matches(document))
-
-    function matches(document): bool {
-        return document.label.toLowerCase().includes(wanted)
-            || document.documentId.toLowerCase().includes(wanted)
-    }
+    required property Catalogue catalogue
+    readonly property alias model: model
+    readonly property alias filter: filter
+    readonly property alias sorter: sorter
 
     function step(distance: int) {
-        const index = shown.indexOf(Session.current) + distance
-        if (index >= 0 && index < shown.length)
-            Session.current = shown[index]
+        const index = model.indexOf(Session.current) + distance
+        if (index >= 0 && index < model.documents.length)
+            Session.current = model.documents[index]
     }
 
+    objectName: "documentList"
     color: Theme.surface
+
+    DocumentFilter {
+        id: filter
+        documents: list.catalogue.documents
+
+        BooleanFilterCriterion {
+            property: "deleted"
+            value: false
+        }
+        TypeFilterCriterion {
+            enabled: kinds.value !== ""
+            types: [kinds.value]
+            matchSubtypes: true
+        }
+        ReferenceFilterCriterion {
+            enabled: groups.visible && groups.value !== null
+            property: "productGroup"
+            documents: groups.value ? [groups.value] : []
+        }
+        GroupedFilterCriterion {
+            StringFilterCriterion {
+                property: "label"
+                contains: search.text.trim()
+            }
+            StringFilterCriterion {
+                property: "documentId"
+                contains: search.text.trim()
+            }
+        }
+    }
+
+    DocumentSorter {
+        id: sorter
+        documents: filter.result
+
+        TypeSortCriterion {
+            enabled: order.value === "kind"
+        }
+        DateTimeSortCriterion {
+            enabled: order.value === "newest"
+            property: "edited"
+            descending: true
+        }
+        StringSortCriterion {
+            property: "label"
+        }
+    }
+
+    DocumentModel {
+        id: model
+        documents: sorter.result
+    }
 
     Connections {
         target: Session
         function onCurrentChanged() {
-            view.positionViewAtIndex(list.shown.indexOf(Session.current), ListView.Contain)
+            view.positionViewAtIndex(model.indexOf(Session.current), ListView.Contain)
         }
     }
 
@@ -61,60 +110,25 @@ Rectangle {
             }
         }
 
-        ButtonGroup {
+        Chips {
             id: kinds
-        }
-
-        Flow {
-            spacing: 6
+            value: ""
+            choices: Fields.kindChoices(list.catalogue.counts)
             Layout.fillWidth: true
             Layout.leftMargin: 2 * Theme.unit
             Layout.rightMargin: 2 * Theme.unit
             Layout.bottomMargin: 1.5 * Theme.unit
+        }
 
-            KindChip {
-                text: "All"
-                kind: ""
-                checked: true
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Content"
-                kind: "data"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Devices"
-                kind: "device"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Settings"
-                kind: "keyvaluestore"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Locations"
-                kind: "location"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Products"
-                kind: "product"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
-            KindChip {
-                text: "Tags"
-                kind: "tag"
-                documents: list.documents
-                ButtonGroup.group: kinds
-            }
+        Chips {
+            id: groups
+            visible: kinds.value === "product"
+            value: null
+            choices: Fields.groupChoices(list.catalogue.productGroups)
+            Layout.fillWidth: true
+            Layout.leftMargin: 2 * Theme.unit
+            Layout.rightMargin: 2 * Theme.unit
+            Layout.bottomMargin: 1.5 * Theme.unit
         }
 
         Rectangle {
@@ -123,10 +137,34 @@ Rectangle {
             Layout.fillWidth: true
         }
 
+        RowLayout {
+            Layout.leftMargin: 2 * Theme.unit
+            Layout.rightMargin: 2 * Theme.unit
+            Layout.topMargin: Theme.unit
+            Layout.bottomMargin: Theme.unit
+
+            Text {
+                text: view.count + (view.count === 1 ? " document by" : " documents by")
+                font.pixelSize: Theme.captionSize
+                color: Theme.inkFaint
+            }
+
+            Chips {
+                id: order
+                value: "kind"
+                choices: [
+                    { "text": "kind", "value": "kind" },
+                    { "text": "name", "value": "name" },
+                    { "text": "last edit", "value": "newest" }
+                ]
+                Layout.fillWidth: true
+            }
+        }
+
         ListView {
             id: view
             clip: true
-            model: list.shown
+            model: model
             boundsBehavior: Flickable.StopAtBounds
             Layout.fillWidth: true
             Layout.fillHeight: true
@@ -135,12 +173,18 @@ Rectangle {
             delegate: DocumentRow { }
 
             Notice {
-                visible: view.count === 0
+                visible: !filter.busy && !sorter.busy && sorter.result.length === 0
                 anchors.centerIn: parent
                 width: parent.width - 6 * Theme.unit
                 title: "Nothing found"
                 text: "No label or id of this kind contains “" + search.text.trim() + "”."
             }
+        }
+
+        SelectionBar {
+            model: model
+            context: list.catalogue.context
+            Layout.fillWidth: true
         }
     }
 }

@@ -10,8 +10,8 @@ import "fields.js" as Fields
 AbstractButton {
     id: row
 
-    required property var modelData
-    readonly property LinkedDocument document: modelData as LinkedDocument
+    required property LinkedDocument document
+    required property bool selected
     readonly property bool current: document === Session.current
     readonly property bool unsaved: Session.isUnsaved(document)
 
@@ -21,8 +21,8 @@ AbstractButton {
     rightPadding: 2 * Theme.unit
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
-    text: document.label || document.documentId
     onClicked: Session.current = document
+    text: document.label || document.documentId
 
     contentItem: RowLayout {
         spacing: 1.5 * Theme.unit
@@ -58,6 +58,27 @@ AbstractButton {
             font.pixelSize: Theme.captionSize
             color: row.document.deleted ? Theme.removed
                                         : row.unsaved ? Theme.edited : Theme.inkFaint
+        }
+
+        Rectangle {
+            opacity: row.selected ? 1 : row.hovered ? 0.6 : 0
+            implicitWidth: 16
+            implicitHeight: 16
+            radius: 4
+            color: row.selected ? Theme.accent : Theme.surface
+            border.color: Theme.accent
+
+            Text {
+                visible: row.selected
+                anchors.centerIn: parent
+                text: "✓"
+                font.pixelSize: Theme.captionSize
+                color: "white"
+            }
+
+            TapHandler {
+                onTapped: row.ListView.view.model.toggleDocumentSelected(row.document)
+            }
         }
     }
 

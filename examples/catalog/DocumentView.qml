@@ -18,8 +18,7 @@ ScrollView {
 
     // Two bindings, since reading the content may build documents, which makes links.
     readonly property var content: structEdits, Fields.sections(document)
-    readonly property var links: Session.catalogue.linkChanges,
-        Fields.linkSections(document, Session.catalogue.referrersOf(document))
+    readonly property var links: Fields.linkSections(document, Fields.list(deleter.dependants))
 
     contentWidth: availableWidth
     clip: true
@@ -29,6 +28,11 @@ ScrollView {
         function onStructValueChanged() {
             ++view.structEdits
         }
+    }
+
+    DocumentDeleter {
+        id: deleter
+        document: view.document
     }
 
     DropArea {
@@ -74,10 +78,8 @@ ScrollView {
                 Layout.leftMargin: Theme.unit
             }
 
-            ActionButton {
-                text: view.document.deleted ? "Deleted" : "Delete"
-                enabled: !view.document.deleted
-                onClicked: Fields.edit(view.document, () => view.document.remove())
+            DeletePanel {
+                deleter: deleter
             }
         }
 

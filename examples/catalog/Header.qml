@@ -115,7 +115,6 @@ Rectangle {
             Text {
                 visible: header.catalogue.progress === "ready"
                 text: header.catalogue.documents.length + " documents"
-                    + (header.catalogue.unreadable ? ", " + header.catalogue.unreadable + " unreadable" : "")
                 font.pixelSize: Theme.captionSize
                 color: Theme.inkSoft
                 Layout.alignment: Qt.AlignRight

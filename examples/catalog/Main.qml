@@ -19,7 +19,7 @@ ApplicationWindow {
     minimumWidth: 820
     minimumHeight: 480
     visible: true
-    title: catalogue.title || "Catalogue"
+    title: catalogue.title || window.database
     color: Theme.background
 
     EditContext {
@@ -79,7 +79,9 @@ ApplicationWindow {
     Picture {
         file: window.picture
         subject: frame
-        ready: catalogue.progress === "ready" && Session.current !== null
+        // Without a network the listings never have an answer.
+        ready: (catalogue.listed && !context.busy || context.primaryError !== null)
+            && Session.current !== null && !list.filter.busy && !list.sorter.busy
         obstacle: notice.title + ". " + notice.text
     }
 
@@ -113,7 +115,8 @@ ApplicationWindow {
                 spacing: 0
 
                 DocumentList {
-                    documents: catalogue.documents
+                    id: list
+                    catalogue: catalogue
                     Layout.preferredWidth: 372
                     Layout.fillHeight: true
                 }
@@ -153,8 +156,7 @@ ApplicationWindow {
                     anchors.centerIn: parent
                     width: 420
                     busy: catalogue.progress === "loading"
-                    title: busy ? "Loading “" + catalogue.documentId + "”"
-                                : "There is no “" + catalogue.documentId + "” in this database"
+                    title: busy ? "Loading the documents" : "There are no documents in this database"
                     text: busy ? (patience.running ? "" : "The server has not answered yet. The request is repeated until it does.")
                                : "The program devserver/fill.js puts the sample content there."
 

@@ -33,7 +33,7 @@ Item {
     }
 
     Timer {
-        interval: 20000
+        interval: 60000
         running: picture.file !== ""
         onTriggered: {
             console.error("Nothing to draw after " + interval / 1000 + " s: " + picture.obstacle)

@@ -37,6 +37,32 @@ const structs = {
     "product": ["tags"]
 };
 
+// The first part of a type.
+const kinds = ["asset", "colorpalette", "customer", "data", "device", "group", "keyvaluestore",
+               "location", "product", "tag"];
+
+const kindTitles = {
+    "data": "Content", "device": "Devices", "keyvaluestore": "Settings", "location": "Locations",
+    "product": "Products", "tag": "Tags"
+};
+
+function kind(type) {
+    const end = type.indexOf(":");
+    return end < 0 ? type : type.slice(0, end);
+}
+
+// What to choose from: all documents, or those of a kind.
+function kindChoices(counts) {
+    const all = Object.values(counts).reduce((sum, count) => sum + count, 0);
+    return [{ "text": "All", "value": "", "count": all }].concat(Object.keys(kindTitles).map(
+        kind => ({ "text": kindTitles[kind], "value": kind, "count": counts[kind] || 0 })));
+}
+
+function groupChoices(groups) {
+    return [{ "text": "All groups", "value": null }].concat(groups.map(
+        group => ({ "text": group.label, "value": group })));
+}
+
 // "zipCode" reads "Zip code", "slot-1" reads "Slot 1".
 function title(name) {
     const words = name.replace(/([a-z])([A-Z0-9])/g, "$1 $2").replace(/[-_:]/g, " ").toLowerCase();
@@ -114,9 +140,12 @@ function targets(document) {
         other => other.documentId !== document.documentId);
 }
 
-// A table of links to documents.
+// A table of links to documents, or to the first of them if there are many.
 function linkSection(title, documents) {
-    const fields = documents.map(other => ({ "title": typeTitle(other.type), "value": other }));
+    const fields = documents.slice(0, 20).map(
+        other => ({ "title": typeTitle(other.type), "value": other }));
+    if (fields.length < documents.length)
+        fields.push({ "title": "", "value": "and " + (documents.length - fields.length) + " more" });
     return { "title": title, "fields": fields, "wide": false };
 }
 

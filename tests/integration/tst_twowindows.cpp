@@ -10,7 +10,6 @@
 #include <vorrel/data/core/linkeddocument.h>
 #include <vorrel/data/module/registration.h>
 
-#include <QtCore/QDirIterator>
 #include <QtGui/QPainter>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlComponent>
@@ -29,22 +28,6 @@ constexpr int patience = 20000; // ms
 QString source(const QString &path)
 {
     return qEnvironmentVariable("VORREL_SOURCE_DIR") + "/"_s + path;
-}
-
-QList<QJsonObject> sampleDocuments()
-{
-    QList<QJsonObject> documents;
-    QDirIterator files(source("database/sample"_s), { "*.json"_s });
-    while (files.hasNext()) {
-        QFile file(files.next());
-        const bool isOpen = file.open(QFile::ReadOnly);
-        const QJsonArray array =
-            isOpen ? QJsonDocument::fromJson(file.readAll()).array() : QJsonArray();
-        for (const QJsonValue &document : array) {
-            documents << document.toObject();
-        }
-    }
-    return documents;
 }
 
 /// A drawing of a desk lamp.
@@ -147,8 +130,7 @@ private Q_SLOTS:
         const QString id = "sample.product.desk-lamp"_s;
         QTemporaryDir directory;
         DevServer server;
-        QVERIFY2(server.start() && server.store(sampleDocuments()),
-                 qPrintable(server.errorString()));
+        QVERIFY2(server.start() && server.fill(), qPrintable(server.errorString()));
         const Catalogue first(server);
         const Catalogue second(server);
         QVERIFY(first.window() && second.window());

@@ -41,27 +41,28 @@ TestCase {
     function test_theCatalogShowsEditsAndMakesDocuments() {
         const window = createTemporaryObject(catalog, testCase)
         tryVerify(() => Catalog.Session.current !== null)
-        const list = findItem(window.contentItem, item => item.shown !== undefined)
-        compare(list.shown.length, 92)
-        for (const document of list.shown) {
+        const list = findItem(window.contentItem, item => item.objectName === "documentList")
+        const model = list.model
+        const shown = id => Array.from(model.documents).find(other => other.documentId === id)
+        tryVerify(() => model.documents.length === 93)
+        for (const document of Array.from(model.documents)) {
             Catalog.Session.current = document
             tryVerify(() => itemWithText(window, document.documentId))
         }
 
-        const table = list.documents.find(document => document.primaryImage)
-        Catalog.Session.current = table
+        Catalog.Session.current = shown("sample.product.terrace-table")
         tryVerify(() => findItem(window.contentItem, item => item.fillMode !== undefined && item.paintedWidth > 200))
 
         verify(!itemWithText(window, "Unsaved changes"))
         // Who refers to a document follows the edits of others.
-        const device = list.documents.find(document => document.serialNumber === "LM-24A-00118")
+        const device = shown("sample.device.utrecht-window")
         Catalog.Session.current = device.location
         tryVerify(() => itemWithText(window, "REFERRED TO BY"))
         verify(itemWithText(window, device.label))
         device.location = null
         tryVerify(() => !itemWithText(window, device.label))
 
-        Catalog.Session.current = list.shown[0]
+        Catalog.Session.current = model.documents[0]
         const row = findItem(window.contentItem, item => item.text && item.current)
         const label = findItem(window.contentItem, item => item.placeholderText === "Label")
         const before = row.text
@@ -90,8 +91,47 @@ TestCase {
         tryVerify(() => itemWithText(window, "It is in the database."))
         verify(!itemWithText(window, "Unsaved changes"))
         verify(!itemWithText(window, "not stored yet"))
+    }
 
-        findItem(list, item => item.placeholderText === "Search labels and ids").text = "KITCHEN"
-        compare(list.shown.length, 4)
+    function test_theCatalogFiltersSortsSelectsAndDeletes() {
+        const window = createTemporaryObject(catalog, testCase)
+        const list = findItem(window.contentItem, item => item.objectName === "documentList")
+        const model = list.model
+        const labels = () => Array.from(model.documents).map(other => other.label)
+        const search = findItem(list, item => item.placeholderText === "Search labels and ids")
+        tryVerify(() => model.documents.length === 93)
+        search.text = "KITCHEN"
+        tryVerify(() => model.documents.length === 4)
+        search.text = ""
+        mouseClick(itemWithText(window, "Products  10"))
+        tryVerify(() => model.documents.length === 10)
+        mouseClick(itemWithText(window, "Garden furniture"))
+        tryVerify(() => model.documents.length === 2)
+        mouseClick(itemWithText(window, "All  93"))
+        mouseClick(itemWithText(window, "name"))
+        const isSorted = texts => texts.every((text, i) => i === 0 || texts[i - 1].localeCompare(text) <= 0)
+        tryVerify(() => labels().length === 93 && isSorted(labels()))
+
+        // The one that others refer to stays; the other one comes back.
+        const oak = Catalog.Session.catalogue.context.loadedDocument("sample.producttag.oak")
+        const card = Catalog.Session.catalogue.context.loadedDocument("sample.product.gift-card")
+        model.selectDocument(oak)
+        model.selectDocument(card)
+        mouseClick(itemWithText(window, "Delete…"))
+        tryVerify(() => itemWithText(window, "1 is referred to and stays"))
+        mouseClick(itemWithText(window, "Delete 1"))
+        verify(card.deleted && !oak.deleted)
+        tryVerify(() => labels().length === 92)
+        mouseClick(itemWithText(window, "Undo"))
+        tryVerify(() => labels().length === 93)
+
+        Catalog.Session.current = oak
+        tryVerify(() => itemWithText(window, "1 document refers to it"))
+        mouseClick(itemWithText(window, "Delete"))
+        verify(!oak.deleted)
+        mouseClick(itemWithText(window, "Delete anyway"))
+        verify(oak.deleted)
+        mouseClick(itemWithText(window, "Undo"))
+        verify(!oak.deleted)
     }
 }

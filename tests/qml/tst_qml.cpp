@@ -10,6 +10,7 @@
 #include <QtCore/QDirIterator>
 #include <QtCore/QJsonArray>
 #include <QtQml/QQmlEngine>
+#include <QtQml/QQmlError>
 #include <QtQml/QQmlNetworkAccessManagerFactory>
 #include <QtQuickTest/quicktest.h>
 
@@ -56,8 +57,8 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         engine->setNetworkAccessManagerFactory(&m_database);
-        connect(engine, &QQmlEngine::warnings, this, [] {
-            qCritical("There are warnings of the QML engine");
+        connect(engine, &QQmlEngine::warnings, this, [](const QList<QQmlError> &warnings) {
+            qCritical() << "The QML engine warns:" << warnings;
             std::exit(EXIT_FAILURE);
         });
     }

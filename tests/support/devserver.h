@@ -66,6 +66,20 @@ public:
         return request("POST", "_bulk_docs"_s, { { "docs"_s, array } }) == 201;
     }
 
+    /// Puts the sample content there, with copies until there are \p count documents.
+    [[nodiscard]] bool fill(int count = 0)
+    {
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start("node"_s,
+                      { qEnvironmentVariable("VORREL_SOURCE_DIR") + "/devserver/fill.js"_s,
+                        "--count"_s, QString::number(count),
+                        CouchUrl::databaseUrl(m_serviceUrl, m_database).toString() });
+        const bool finished = program.waitForFinished(4 * patience);
+        m_error = QString::fromUtf8(program.readAll());
+        return finished && program.exitCode() == 0;
+    }
+
     /// Puts one document, as another client would, and gives its new revision; empty if that fails.
     [[nodiscard]] QString put(const QJsonObject &document)
     {
@@ -75,10 +89,11 @@ public:
     }
 
     /// What the server answers to a GET; a document comes with its attachments.
-    [[nodiscard]] QJsonObject get(const QString &path)
+    [[nodiscard]] QJsonObject get(const QString &path,
+                                  const CouchUrl::Query &query = { { "attachments"_s, "true"_s } })
     {
         QByteArray answer;
-        static_cast<void>(request("GET", path, {}, &answer));
+        static_cast<void>(request("GET", path, {}, &answer, query));
         return QJsonDocument::fromJson(answer).object();
     }
 
@@ -110,14 +125,14 @@ private:
 
     /// The status of the answer.
     [[nodiscard]] int request(const QByteArray &verb, const QString &path = {},
-                              const QJsonObject &body = {}, QByteArray *answer = nullptr)
+                              const QJsonObject &body = {}, QByteArray *answer = nullptr,
+                              const CouchUrl::Query &query = {})
     {
         const QString credentials = m_serviceUrl.userName(QUrl::FullyDecoded) + ":"_s
             + m_serviceUrl.password(QUrl::FullyDecoded);
-        const CouchUrl::Query whole { { "attachments"_s, "true"_s } };
         QNetworkRequest request(path.isEmpty()
                                     ? CouchUrl::databaseUrl(m_serviceUrl, m_database)
-                                    : CouchUrl::resource(m_serviceUrl, m_database, path, whole));
+                                    : CouchUrl::resource(m_serviceUrl, m_database, path, query));
         request.setRawHeader("Accept", "application/json"); // else attachments come as parts
         request.setRawHeader("Authorization", "Basic " + credentials.toUtf8().toBase64());
         request.setRawHeader("Content-Type", "application/json");

@@ -5,6 +5,7 @@
 #include "support/literals.h"
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QUrlQuery>
 
 #include <algorithm>
 #include <cstring>
@@ -223,6 +224,9 @@ FakeCouch::Answer FakeCouch::answer(const Call &call)
     if (call.verb == "PUT") {
         return put(call);
     }
+    if (call.url.path().contains("/_view/"_s)) {
+        return view(call);
+    }
     const QString name = call.url.path(QUrl::FullyEncoded).section(QLatin1Char('/'), -1);
     const QJsonObject document = m_documents.value(QUrl::fromPercentEncoding(name.toLatin1()));
     const bool isRead = call.verb == "GET" || call.verb == "HEAD";
@@ -267,6 +271,31 @@ FakeCouch::Answer FakeCouch::put(const Call &call)
     document.insert("_attachments"_s, attachments);
     store(document);
     return json({ { "ok"_s, true }, { "id"_s, id }, { "rev"_s, document.value("_rev"_s) } }, 201);
+}
+
+FakeCouch::Answer FakeCouch::view(const Call &call) const
+{
+    const QUrlQuery query(call.url);
+    const auto parameter = [&query](const QString &name) {
+        const QByteArray text = query.queryItemValue(name, QUrl::FullyDecoded).toUtf8();
+        return QJsonDocument::fromJson('[' + text + ']').array().at(0);
+    };
+    const QString type = parameter("startkey"_s).toArray().at(0).toString();
+    const QStringList keys = call.keys() << parameter("key"_s).toString();
+    QJsonArray rows;
+    for (const QJsonObject &document : m_documents) {
+        const QJsonValue id = document.value("_id"_s);
+        const QString ownType = document.value("type"_s).toString() + ":"_s;
+        if (!type.isEmpty() && ownType.startsWith(type + ":"_s)) {
+            rows << QJsonObject { { "id"_s, id } };
+        }
+        for (const QJsonValue &reference : document.value("references"_s).toArray()) {
+            if (keys.contains(reference.toString())) {
+                rows << QJsonObject { { "id"_s, id }, { "key"_s, reference } };
+            }
+        }
+    }
+    return json({ { "rows"_s, rows } });
 }
 
 QJsonObject FakeCouch::row(const QString &key) const

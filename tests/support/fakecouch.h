@@ -19,9 +19,10 @@ namespace vo::test {
 /// later turn of the event loop.
 ///
 /// It knows `POST _all_docs` with keys, always with the documents, GET and HEAD of documents, and
-/// PUT of documents and attachments, with revisions and stubs; all else is a 404. The database name
-/// in the URL is not looked at. Faults are put in a queue, one for each request to come; requests
-/// beyond them go to the responder, if there is one, then to the documents.
+/// PUT of documents and attachments, with revisions and stubs, and the views of the design document
+/// in database/, in any order; all else is a 404. The database name in the URL is not looked at.
+/// Faults are put in a queue, one for each request to come; requests beyond them go to the
+/// responder, if there is one, then to the documents.
 class FakeCouch : public QNetworkAccessManager
 {
 public:
@@ -90,6 +91,7 @@ private:
     void script(int count, const Answer &answer);
     [[nodiscard]] Answer answer(const Call &call);
     [[nodiscard]] Answer put(const Call &call);
+    [[nodiscard]] Answer view(const Call &call) const;
     [[nodiscard]] QJsonObject row(const QString &key) const;
 
     QHash<QString, QJsonObject> m_documents;

@@ -135,9 +135,9 @@ private Q_SLOTS:
             }
         }
         QVERIFY(stored.size() > 60);
-        // The catalogue refers to all others, which are built in slices.
-        QVERIFY(m_context->loadedDocument("sample.catalogue"_s));
-        QTRY_COMPARE(m_context->documents().size(), stored.size());
+        for (const QString &id : stored.keys()) {
+            QVERIFY2(m_context->loadedDocument(id), qPrintable(id));
+        }
         m_context->finishIncubation();
         for (Document *document : m_context->documents()) {
             QJsonObject before = stored.value(document->documentId()).toObject();

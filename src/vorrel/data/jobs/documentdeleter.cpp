@@ -45,7 +45,7 @@ struct DocumentDeleter::Private
     /// What signals tell of.
     struct State
     {
-        int dependantCount = 0;
+        QList<Document *> dependants; // not followed: only compared
         LockReason lockReason = Unknown;
         Status status = Null;
     };
@@ -125,6 +125,13 @@ QList<LinkedDocument *> DocumentDeleter::dependants() const
     return dependants;
 }
 
+QQmlListProperty<Document> DocumentDeleter::dependantList()
+{
+    return ReadOnlyObjectList<Document>::property(this, [](QObject *owner) {
+        return static_cast<DocumentDeleter *>(owner)->d->dependants.objects();
+    });
+}
+
 Document *DocumentDeleter::document() const
 {
     return d->document;
@@ -194,7 +201,7 @@ void DocumentDeleter::Private::updateLock()
 
 void DocumentDeleter::Private::announce()
 {
-    const State now { q->dependantCount(), lockReason, status };
+    const State now { dependants.objects(), lockReason, status };
     const State former = std::exchange(announced, now);
     const QPointer<DocumentDeleter> self(q);
     const auto tell = [&self](bool isOther, auto signal) {
@@ -202,9 +209,11 @@ void DocumentDeleter::Private::announce()
             Q_EMIT(self.data()->*signal)();
         }
     };
-    tell((former.dependantCount > 0) != (now.dependantCount > 0),
+    tell(former.dependants.isEmpty() != now.dependants.isEmpty(),
          &DocumentDeleter::referencedChanged);
-    tell(former.dependantCount != now.dependantCount, &DocumentDeleter::dependantCountChanged);
+    tell(former.dependants.size() != now.dependants.size(),
+         &DocumentDeleter::dependantCountChanged);
+    tell(former.dependants != now.dependants, &DocumentDeleter::dependantsChanged);
     tell(former.lockReason != now.lockReason, &DocumentDeleter::lockReasonChanged);
     tell((former.lockReason == NotLocked) != (now.lockReason == NotLocked),
          &DocumentDeleter::lockedChanged);

@@ -7,6 +7,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
+#include <QtQml/QQmlListProperty>
 #include <QtQml/qqml.h>
 
 #include <memory>
@@ -43,6 +44,8 @@ class VORREL_DATACORE_EXPORT DocumentDeleter : public QObject
     Q_PROPERTY(
         vo::data::DocumentDeleter::LockReason lockReason READ lockReason NOTIFY lockReasonChanged)
     Q_PROPERTY(int dependantCount READ dependantCount NOTIFY dependantCountChanged)
+    Q_PROPERTY(
+        QQmlListProperty<vo::data::Document> dependants READ dependantList NOTIFY dependantsChanged)
     Q_PROPERTY(vo::data::Document *document READ document WRITE setDocument NOTIFY documentChanged)
 
 public:
@@ -79,6 +82,7 @@ public:
     /// The documents that refer to the document, once each, in no order; for inline documents,
     /// those that hold them. One that is destroyed leaves at once.
     [[nodiscard]] QList<LinkedDocument *> dependants() const;
+    [[nodiscard]] QQmlListProperty<Document> dependantList();
 
     /// Null also after the document was destroyed; documentChanged() follows in a later turn.
     [[nodiscard]] Document *document() const;
@@ -97,6 +101,7 @@ Q_SIGNALS:
     void lockReasonChanged();
     void documentChanged();
     void dependantCountChanged();
+    void dependantsChanged();
 
 private Q_SLOTS:
     void referenceListFetchFinished();
