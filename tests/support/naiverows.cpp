@@ -56,7 +56,7 @@ int order(const QObject *criterion, const Document *a, const Document *b)
 
 QString idsOf(QObject *object, const char *property)
 {
-    QString ids;
+    QString ids = QStringLiteral("|");
     for (const auto *document : listed<Document>(object, property)) {
         ids += document ? document->documentId() : QStringLiteral("0");
     }

@@ -21,7 +21,7 @@ QList<T *> listed(QObject *object, const char *property)
     return list;
 }
 
-/// The ids of a list of documents, in a row; "0" for null.
+/// The ids of a list of documents behind a stroke; "0" for null.
 QString idsOf(QObject *object, const char *property);
 
 /// Appends to the list property of documents, or gives it others, as QML does.

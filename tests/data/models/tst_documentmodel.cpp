@@ -50,12 +50,10 @@ struct Table
     explicit Table(const std::function<void()> &heard = [] {})
     {
         const auto note = [this, heard](const QString &text) { log += text, heard(); };
-        const auto read = [this](int row) { return model->dataList().at(row); };
         DocumentModel *const m = model.get();
         QObject::connect(m, &DocumentModel::rowsInserted, [=](auto, int first, int last) {
-            for (int row = first; row <= last; ++row) {
-                mirror.insert(row, read(row));
-            }
+            const auto rows = model->dataList().mid(first, last - first + 1);
+            mirror = mirror.mid(0, first) + rows + mirror.mid(first);
             note("+%1-%2 "_s.arg(first).arg(last));
         });
         QObject::connect(m, &DocumentModel::rowsRemoved, [=](auto, int first, int last) {
@@ -63,7 +61,7 @@ struct Table
             note("-%1-%2 "_s.arg(first).arg(last));
         });
         QObject::connect(m, &DocumentModel::dataChanged, [=](auto a, auto b, const auto &roles) {
-            mirror[a.row()] = read(a.row());
+            mirror[a.row()] = model->dataList().at(a.row());
             note(a == b && roles.isEmpty() ? "~%1 "_s.arg(a.row()) : "?"_s);
         });
         QObject::connect(m, &DocumentModel::documentsChanged, [=] { note("d "_s); });
@@ -107,8 +105,7 @@ struct Table
     /// The signals so far, the rows and the selection.
     QString state() const
     {
-        return log + "|"_s + idsOf(model.get(), "documents") + "|"_s
-            + idsOf(model.get(), "selection");
+        return log + idsOf(model.get(), "documents") + idsOf(model.get(), "selection");
     }
 
     TestContext context;
@@ -154,10 +151,8 @@ struct Chain : Table
         const QVariant word = n == 0 ? QString() : "a%1"_s.arg(random.bounded(6));
         const QVariant value = name == "text" || name == "contains" ? word : n % 3;
         const int act = random.bounded(8);
-        if (act == 0) {
-            run((n > 0 ? "+"_s : "="_s) + ids);
-        } else if (act == 1) {
-            run(anyOf("sutDAC"_s) + ids.left(1));
+        if (act < 2) {
+            run(act > 0 ? anyOf("sutDAC"_s) + ids.left(1) : (n > 0 ? "+"_s : "="_s) + ids);
         } else if (QQmlListReference criteria(list, "criteria"); act == 2) {
             n > 0 ? criteria.append(criterion) : criteria.clear();
         } else {
@@ -189,10 +184,9 @@ struct Chain : Table
     GroupedFilterCriterion inner, outer;
     DocumentFilter filter;
     DocumentSorter sorter;
-    const std::pair<QObject *, QObject *> links[10] {
-        { &sorter, &text },  { &sorter, &type },  { &filter, &part }, { &filter, &number },
-        { &filter, &inner }, { &filter, &outer }, { &outer, &inner }, { &outer, &part },
-        { &inner, &part },   { &inner, &number },
+    const std::pair<QObject *, QObject *> links[8] {
+        { &sorter, &text },  { &sorter, &type }, { &filter, &part }, { &filter, &number },
+        { &filter, &outer }, { &outer, &inner }, { &outer, &part },  { &inner, &number },
     };
 };
 
@@ -213,7 +207,6 @@ private Q_SLOTS:
                 Table table([&] { --signalsLeft ? void() : table.model.reset(); });
                 table.run(steps);
                 isWhole = table.model != nullptr;
-                QVERIFY(end < 30);
                 QCOMPARE(isWhole ? steps + " => "_s + table.state() : script, script);
             }
         }
@@ -239,8 +232,7 @@ private Q_SLOTS:
         model.setProperties("number text"_l);
         QCOMPARE(model.index(0).data(258), QVariant(7));
         other.setProperties("documentId mood"_l);
-        QVERIFY(model.roleNames() == other.roleNames()
-                && other.roleNames().value(257) == "document");
+        QCOMPARE(model.roleNames().value(257), QByteArray("document"));
         QCOMPARE(model.index(0).data(258), QVariant("a"_s));
         const LogCapture log;
         QVERIFY(!model.index(0).data(259).isValid() && !model.index(1).data(258).isValid());
