@@ -17,6 +17,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtCore/QStringListModel>
+#include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlListReference>
@@ -59,12 +60,20 @@ struct Setup
         proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
         proxy.setSortLocaleAware(true);
         proxy.sort(0);
-        QCoreApplication::processEvents();
+        settle();
         component.setData(chain, {});
         root.reset(component.create()); // what the engine takes for the first one does not count
         if (!root) {
             qFatal("%s", qPrintable(component.errorString()));
         }
+    }
+
+    /// Lets the documents finish what they put off, which frees memory.
+    static void settle()
+    {
+        QEventLoop loop;
+        QTimer::singleShot(500, &loop, &QEventLoop::quit);
+        loop.exec();
     }
 
     void makeChain()
