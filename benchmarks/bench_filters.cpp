@@ -5,6 +5,7 @@
 // of changes elsewhere; and to read a property by its name.
 
 #include "support/benchmark.h"
+#include "support/sampledocuments.h"
 
 #include <vorrel/data/context/context.h>
 #include <vorrel/data/documents/location.h>
@@ -13,7 +14,6 @@
 #include <vorrel/data/models/propertyreader_p.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QRandomGenerator>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtCore/QStringListModel>
 
@@ -21,17 +21,6 @@ using namespace vo::benchmark;
 using namespace vo::data;
 
 namespace {
-
-/// Names as a catalogue has them: what a search finds lies scattered over the list.
-QString productName(int number)
-{
-    static const QStringList words =
-        QStringLiteral("red blue green black white chair table shelf lamp sofa desk bed")
-            .split(QLatin1Char(' '));
-    QRandomGenerator random { quint32(number) };
-    const auto word = [&random] { return words.at(random.bounded(int(words.size()))); };
-    return QStringLiteral("%1 %2 %3 %4").arg(word(), word(), word()).arg(number);
-}
 
 /// The same texts in documents behind a filter and in a model behind a proxy.
 struct Setup
@@ -42,7 +31,7 @@ struct Setup
         auto documents = filter.documents();
         QStringList all;
         for (int number = 0; number < size; ++number) {
-            all << productName(number);
+            all << sampleName(number);
             auto *location =
                 qobject_cast<Location *>(context.createDocument(QStringLiteral("location")));
             location->setAddress(all.constLast());

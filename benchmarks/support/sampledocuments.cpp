@@ -4,6 +4,7 @@
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QRandomGenerator>
 
 namespace vo::benchmark {
 
@@ -27,6 +28,16 @@ QJsonObject structs(int number)
 QString sampleId(int number)
 {
     return QStringLiteral("sample.%1").arg(number, 8, 10, QLatin1Char('0'));
+}
+
+QString sampleName(int number)
+{
+    static const QStringList words =
+        QStringLiteral("red blue green black white chair table shelf lamp sofa desk bed")
+            .split(QLatin1Char(' '));
+    QRandomGenerator random { quint32(number) };
+    const auto word = [&random] { return words.at(random.bounded(int(words.size()))); };
+    return QStringLiteral("%1 %2 %3 %4").arg(word(), word(), word()).arg(number);
 }
 
 QJsonObject sampleDocument(int number)

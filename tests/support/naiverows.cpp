@@ -54,6 +54,15 @@ int order(const QObject *criterion, const Document *a, const Document *b)
 
 } // namespace
 
+QString idsOf(QObject *object, const char *property)
+{
+    QString ids = QStringLiteral("|");
+    for (const auto *document : listed<Document>(object, property)) {
+        ids += document ? document->documentId() : QStringLiteral("0");
+    }
+    return ids;
+}
+
 void append(QObject *owner, const QList<Document *> &documents)
 {
     QQmlListReference list(owner, "documents");

@@ -21,6 +21,9 @@ QList<T *> listed(QObject *object, const char *property)
     return list;
 }
 
+/// The ids of a list of documents behind a stroke; "0" for null.
+QString idsOf(QObject *object, const char *property);
+
 /// Appends to the list property of documents, or gives it others, as QML does.
 void append(QObject *owner, const QList<data::Document *> &documents);
 void refill(QObject *owner, const QList<data::Document *> &documents);

@@ -50,12 +50,10 @@ struct Table
     explicit Table(const std::function<void()> &heard = [] {})
     {
         const auto note = [this, heard](const QString &text) { log += text, heard(); };
-        const auto read = [this](int row) { return model->dataList().at(row); };
         DocumentModel *const m = model.get();
         QObject::connect(m, &DocumentModel::rowsInserted, [=](auto, int first, int last) {
-            for (int row = first; row <= last; ++row) {
-                mirror.insert(row, read(row));
-            }
+            const auto rows = model->dataList().mid(first, last - first + 1);
+            mirror = mirror.mid(0, first) + rows + mirror.mid(first);
             note("+%1-%2 "_s.arg(first).arg(last));
         });
         QObject::connect(m, &DocumentModel::rowsRemoved, [=](auto, int first, int last) {
@@ -63,7 +61,7 @@ struct Table
             note("-%1-%2 "_s.arg(first).arg(last));
         });
         QObject::connect(m, &DocumentModel::dataChanged, [=](auto a, auto b, const auto &roles) {
-            mirror[a.row()] = read(a.row());
+            mirror[a.row()] = model->dataList().at(a.row());
             note(a == b && roles.isEmpty() ? "~%1 "_s.arg(a.row()) : "?"_s);
         });
         QObject::connect(m, &DocumentModel::documentsChanged, [=] { note("d "_s); });
@@ -77,48 +75,37 @@ struct Table
         return known || id == QLatin1Char('0') ? known : LinkedDocument::create(type, id, &context);
     }
 
-    void run(const QStringList &steps)
-    {
-        for (const QString &step : steps) {
-            model ? run(step) : void();
-        }
-    }
-
-    void run(const QString &step)
+    void run(const QString &steps)
     {
         QList<Document *> documents;
-        for (const QChar id : step.mid(1)) {
-            documents << document(id);
-        }
-        auto *any = static_cast<LinkedDocument *>(documents.value(0));
-        const std::map<char, std::function<void()>> steps {
+        const auto any = [&] { return static_cast<LinkedDocument *>(documents.value(0)); };
+        const std::map<char, std::function<void()>> acts {
             { ':', [&] { log.clear(); } },
             { '+', [&] { append(source, documents); } },
             { '=', [&] { refill(source, documents); } },
             { '.', [&] { tickTimer(model.get(), 30ms); } },
-            { 's', [&] { model->selectDocument(any); } },
-            { 'u', [&] { model->deselectDocument(any); } },
-            { 't', [&] { model->toggleDocumentSelected(any); } },
+            { 's', [&] { model->selectDocument(any()); } },
+            { 'u', [&] { model->deselectDocument(any()); } },
+            { 't', [&] { model->toggleDocumentSelected(any()); } },
             { 'A', [&] { model->selectAll(); } },
             { 'C', [&] { model->clearSelection(); } },
-            { 'D', [&] { delete any; } },
-            { 'L', [&] { any->setLabel("L"_s); } },
+            { 'D', [&] { delete any(); } },
+            { 'L', [&] { any()->setLabel("L"_s); } },
             { 'P', [] { processEvents(); } },
         };
-        steps.at(step.at(0).toLatin1())();
+        for (const QString &step : steps.split(QLatin1Char(' '))) {
+            documents.clear();
+            for (const QChar id : step.mid(1)) {
+                documents << document(id);
+            }
+            model ? acts.at(step.at(0).toLatin1())() : void();
+        }
     }
 
     /// The signals so far, the rows and the selection.
     QString state() const
     {
-        QString state = log;
-        for (const char *list : { "documents", "selection" }) {
-            state += "|"_s;
-            for (const auto *document : listed<Document>(model.get(), list)) {
-                state += document ? document->documentId() : "0"_s;
-            }
-        }
-        return state;
+        return log + idsOf(model.get(), "documents") + idsOf(model.get(), "selection");
     }
 
     TestContext context;
@@ -154,9 +141,9 @@ struct Chain : Table
     {
         const int n = random.bounded(4);
         QString ids;
-        while (random.bounded(12) > 0 || ids.isEmpty()) {
+        do {
             ids += anyOf("ABCDEFGHIabcdefghijklmnopqrstuvwxy"_s);
-        }
+        } while (random.bounded(12) > 0);
         const auto [list, criterion] = anyOf(links);
         const char *const names[] { "enabled", "inverted", "descending", "matchRequirement",
                                     "text",    "contains", "number",     "value" };
@@ -164,10 +151,8 @@ struct Chain : Table
         const QVariant word = n == 0 ? QString() : "a%1"_s.arg(random.bounded(6));
         const QVariant value = name == "text" || name == "contains" ? word : n % 3;
         const int act = random.bounded(8);
-        if (act == 0) {
-            run((n > 0 ? "+"_s : "="_s) + ids);
-        } else if (act == 1) {
-            run(anyOf("sutDAC"_s) + ids.left(1));
+        if (act < 2) {
+            run(act > 0 ? anyOf("sutDAC"_s) + ids.left(1) : (n > 0 ? "+"_s : "="_s) + ids);
         } else if (QQmlListReference criteria(list, "criteria"); act == 2) {
             n > 0 ? criteria.append(criterion) : criteria.clear();
         } else {
@@ -199,10 +184,9 @@ struct Chain : Table
     GroupedFilterCriterion inner, outer;
     DocumentFilter filter;
     DocumentSorter sorter;
-    const std::pair<QObject *, QObject *> links[10] {
-        { &sorter, &text },  { &sorter, &type },  { &filter, &part }, { &filter, &number },
-        { &filter, &inner }, { &filter, &outer }, { &outer, &inner }, { &outer, &part },
-        { &inner, &part },   { &inner, &number },
+    const std::pair<QObject *, QObject *> links[8] {
+        { &sorter, &text },  { &sorter, &type }, { &filter, &part }, { &filter, &number },
+        { &filter, &outer }, { &outer, &inner }, { &outer, &part },  { &inner, &number },
     };
 };
 
@@ -221,9 +205,8 @@ private Q_SLOTS:
             for (int end = 1; !isWhole; ++end) {
                 int signalsLeft = end;
                 Table table([&] { --signalsLeft ? void() : table.model.reset(); });
-                table.run(steps.split(QLatin1Char(' ')));
+                table.run(steps);
                 isWhole = table.model != nullptr;
-                QVERIFY(end < 30);
                 QCOMPARE(isWhole ? steps + " => "_s + table.state() : script, script);
             }
         }
@@ -231,8 +214,8 @@ private Q_SLOTS:
 
     void aSlotMayEditTheLists()
     {
-        Table table([&table] { table.run(table.log == "~0 "_s ? "+x =yz Da"_l : ""_l); });
-        table.run("+abcd : =dcba ."_l);
+        Table table([&] { table.log == "~0 "_s ? table.run("+x =yz Da"_s) : void(); });
+        table.run("+abcd : =dcba ."_s);
         QCOMPARE(table.state(), "~0 +4-4 d ~1 ~2 ~3 d |dcb0x|"_s);
         QTRY_COMPARE(table.state(), "~0 +4-4 d ~1 ~2 ~3 d -3-3 d -2-3 ~0 ~1 d |yz|"_s);
         const LogCapture log;
@@ -249,8 +232,7 @@ private Q_SLOTS:
         model.setProperties("number text"_l);
         QCOMPARE(model.index(0).data(258), QVariant(7));
         other.setProperties("documentId mood"_l);
-        QVERIFY(model.roleNames() == other.roleNames()
-                && other.roleNames().value(257) == "document");
+        QCOMPARE(model.roleNames().value(257), QByteArray("document"));
         QCOMPARE(model.index(0).data(258), QVariant("a"_s));
         const LogCapture log;
         QVERIFY(!model.index(0).data(259).isValid() && !model.index(1).data(258).isValid());
@@ -263,8 +245,8 @@ private Q_SLOTS:
 
     void randomStepsEndInTheRightRows()
     {
-        const QString other = QString::number(QRandomGenerator::global()->generate());
-        const QString seed = qEnvironmentVariable("VORREL_TEST_SEED", other);
+        const auto other = QString::number(QRandomGenerator::global()->generate());
+        const auto seed = qEnvironmentVariable("VORREL_TEST_SEED", other);
         const int steps = qEnvironmentVariable("VORREL_TEST_STEPS", "10000"_s).toInt();
         Chain chain(seed.toUInt());
         for (int step = 0; step < steps; ++step) {

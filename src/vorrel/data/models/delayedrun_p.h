@@ -37,11 +37,9 @@ public:
     {
         const QPointer<QObject> owner(m_owner);
         m_scheduled = true;
-        cancel();
         setBusy(true);
         if (owner) {
-            cancel(); // a slot may have started one
-            m_timer = m_owner->startTimer(m_delay, Qt::CoarseTimer);
+            restart();
         }
     }
 
@@ -74,6 +72,18 @@ public:
     }
 
 private:
+    /// A list that is filled schedules with each of its documents: a timer that has just been
+    /// started will do.
+    void restart()
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (m_timer == 0 || now - m_started >= std::chrono::milliseconds(1)) {
+            cancel();
+            m_timer = m_owner->startTimer(m_delay, Qt::CoarseTimer);
+            m_started = now;
+        }
+    }
+
     void setBusy(bool busy)
     {
         if (std::exchange(m_busy, busy) != busy) {
@@ -86,6 +96,7 @@ private:
     const std::function<void()> m_busyChanged;
     int m_delay;
     int m_timer = 0;
+    std::chrono::steady_clock::time_point m_started; // the timer
     bool m_busy = false;
     bool m_scheduled = false; // since the last run began
 };
