@@ -28,7 +28,11 @@ public:
 
     /// In milliseconds. Below 1 there is no wait.
     [[nodiscard]] int delay() const { return m_delay; }
-    void setDelay(int milliseconds) { m_delay = milliseconds; }
+    void setDelay(int milliseconds)
+    {
+        m_delay = milliseconds;
+        m_started = {};
+    }
     [[nodiscard]] bool isAtOnce() const { return m_delay < 1; }
     [[nodiscard]] bool isBusy() const { return m_busy; }
 
