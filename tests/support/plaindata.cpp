@@ -53,7 +53,7 @@ PlainData PlainData::withoutEmpty() const
 {
     PlainData full = *this;
     for (const QString &key : full.keys()) {
-        if (full[key] == QJsonObject()) {
+        if (full[key] == QJsonObject() || full[key] == QJsonArray()) {
             full.remove(key);
         }
     }
@@ -189,7 +189,7 @@ void PlainHistory::edit(Station *station)
     } else if (chance(12)) {
         station->deleteScope(name);
         now.deleteScope(name);
-    } else if (now.size() < 60 && !name.contains(":"_s)) {
+    } else if (now.size() < 24 && !name.contains(":"_s)) {
         chance(2) ? editList(station, name) : moveItems(station, name);
     }
 }

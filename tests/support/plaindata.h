@@ -22,7 +22,7 @@ struct PlainData : QMap<QString, QJsonValue>
     [[nodiscard]] QMap<QString, QString> parents() const;
     [[nodiscard]] QStringList texts() const; // of all fields
 
-    /// Without structs that have no fields.
+    /// Without structs and lists in which nothing is.
     [[nodiscard]] PlainData withoutEmpty() const;
 
     /// What a scope holds, whatever the ids are.

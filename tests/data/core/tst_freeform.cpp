@@ -208,11 +208,12 @@ private:
     /// Takes over what a signal has told of.
     void follow(PlainData &shown, const QString &prefix, const QString &key) const
     {
-        const PlainData stored(m_station);
+        const bool isStruct = prefix == "s:"_s;
         if (key.isEmpty()) {
-            shown = stored;
-        } else if (stored.contains(prefix + key)) {
-            shown[prefix + key] = stored[prefix + key];
+            shown = PlainData(m_station);
+        } else if (isStruct ? m_station->hasStruct(key) : !m_station->getList(key).isEmpty()) {
+            shown[prefix + key] = isStruct ? QJsonValue(m_station->getStruct(key))
+                                           : QJsonValue(m_station->getList(key));
         } else {
             shown.remove(prefix + key);
         }
