@@ -143,6 +143,11 @@ constexpr int undoLimit = 70;
 /// of typing one step.
 constexpr std::chrono::milliseconds undoMergeWindow = 500ms;
 
+/// Items that are made in one list at a time, and entries that one paste makes. Larger lets bad
+/// input, or a list that holds one item many times over, take more memory before it is refused.
+constexpr int newItemsLimit = 1'000'000;
+constexpr int pastedEntriesLimit = 100'000;
+
 /// How often the countdown to the next attempt to fix errors goes on.
 constexpr std::chrono::milliseconds errorRetryTick = 200ms;
 

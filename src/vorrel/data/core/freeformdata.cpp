@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+#include <vorrel/data/core/freeformdata_p.h>
+
+#include <QtCore/QJsonArray>
+
+#include <algorithm>
+
+namespace vo::data {
+
+// The entries
+
+bool FreeFormEntries::isEmpty() const
+{
+    return m_isMap ? m_map.isEmpty() : m_object.isEmpty();
+}
+
+bool FreeFormEntries::contains(const QString &key) const
+{
+    return m_isMap ? m_map.contains(key) : m_object.contains(key);
+}
+
+QJsonValue FreeFormEntries::value(const QString &key) const
+{
+    return m_isMap ? m_map.value(key, QJsonValue::Undefined) : m_object.value(key);
+}
+
+QJsonObject FreeFormEntries::toObject() const
+{
+    if (!m_isMap) {
+        return m_object;
+    }
+    QJsonObject object;
+    for (auto it = m_map.begin(); it != m_map.end(); ++it) {
+        object.insert(it.key(), it.value());
+    }
+    return object;
+}
+
+QStringList FreeFormEntries::keys() const
+{
+    return m_isMap ? QStringList(m_map.keys()) : m_object.keys();
+}
+
+void FreeFormEntries::set(const QString &key, const QJsonValue &value)
+{
+    makeMap();
+    if (value.isUndefined()) {
+        m_map.remove(key);
+    } else {
+        m_map.insert(key, value);
+    }
+    m_lastStruct.clear();
+}
+
+void FreeFormEntries::setField(const QString &key, const QString &field, const QJsonValue &value)
+{
+    makeMap();
+    QJsonValue &entry = m_map[key];
+    QJsonObject fields = entry.toObject();
+    // One copy serves many edits of a large struct. But an object that is edited in place keeps the
+    // texts that it had, until it is copied.
+    if (key == m_lastStruct && m_edits < int(fields.size())) {
+        entry = QJsonValue(); // nobody else holds it now
+        ++m_edits;
+    } else {
+        m_lastStruct = key;
+        m_edits = 0;
+    }
+    if (value.isUndefined()) {
+        fields.remove(field);
+    } else {
+        fields.insert(field, value);
+    }
+    entry = fields;
+}
+
+void FreeFormEntries::makeMap()
+{
+    if (m_isMap) {
+        return;
+    }
+    m_isMap = true;
+    const QJsonObject object = std::exchange(m_object, QJsonObject());
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        m_map.insert(m_map.cend(), it.key(), it.value());
+    }
+}
+
+// Edits
+
+QJsonValue FreeFormEdit::value(const QString &key) const
+{
+    const auto index = m_indexes.constFind(key);
+    return index == m_indexes.constEnd() ? m_entries.value(key) : m_changed.at(*index).after;
+}
+
+void FreeFormEdit::set(const QString &key, const QJsonValue &value)
+{
+    const auto index = m_indexes.constFind(key);
+    if (index != m_indexes.constEnd()) {
+        m_changed[*index].after = value;
+        return;
+    }
+    m_indexes.insert(key, int(m_changed.size()));
+    m_changed.append({ key, m_entries.value(key), value });
+}
+
+QStringList FreeFormEdit::keys() const
+{
+    QStringList keys = m_entries.keys();
+    for (const Entry &entry : m_changed) {
+        if (!m_entries.contains(entry.key)) {
+            keys.append(entry.key);
+        }
+    }
+    return keys;
+}
+
+// Lists
+
+QStringList itemIds(const QJsonArray &items)
+{
+    QStringList ids;
+    ids.reserve(int(items.size()));
+    for (const QJsonValue item : items) {
+        const QString id = item.toString();
+        if (!id.isEmpty()) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
+
+void FreeFormData::buildListParents()
+{
+    if (listParents) {
+        return;
+    }
+    listParents.emplace();
+    entries.visit([this](const auto &all) {
+        for (auto it = all.begin(); it != all.end(); ++it) {
+            if (isListKey(it.key())) {
+                const QString name = entryName(it.key());
+                const QStringList ids = itemIds(it.value().toArray());
+                for (const QString &id : ids) {
+                    listParents->insert(id, name);
+                }
+            }
+        }
+    });
+}
+
+void FreeFormData::updateListParents(const QString &name, const QJsonArray &before,
+                                     const QJsonArray &after)
+{
+    const QStringList ids = itemIds(after);
+    for (const QString &id : ids) {
+        QString &parent = (*listParents)[id];
+        if (parent != name) {
+            parent = name;
+            pendingParentChanges.insert(id);
+        }
+    }
+    const QSet<QString> held(ids.begin(), ids.end());
+    const QStringList former = itemIds(before);
+    for (const QString &id : former) {
+        // Unless another list of the same edit has taken it.
+        if (!held.contains(id) && listParents->value(id) == name) {
+            listParents->remove(id);
+            pendingParentChanges.insert(id);
+        }
+    }
+}
+
+} // namespace vo::data
