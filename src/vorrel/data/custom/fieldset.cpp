@@ -81,12 +81,12 @@ bool FieldSet::add(DataField *field)
     return true;
 }
 
-bool FieldSet::remove(DataField *field)
+bool FieldSet::remove(DataField *field, QStringList *keys)
 {
-    if (!field || !m_fields.removeOne(field)) {
+    if (!field || m_fields.removeAll(field) == 0) {
         return false;
     }
-    leave(keyOf(field), field);
+    *keys = takeKeys(field);
     field->disconnect(m_owner);
     return true;
 }
@@ -96,6 +96,13 @@ DataField *FieldSet::findByName(const QString &name) const
     const auto found = std::find_if(m_fields.begin(), m_fields.end(),
                                     [&](const DataField *field) { return field->name() == name; });
     return found == m_fields.end() ? nullptr : *found;
+}
+
+void FieldSet::enter(const QString &key, DataField *field)
+{
+    if (m_fields.contains(field)) {
+        m_keys.insert(key, field);
+    }
 }
 
 bool FieldSet::leave(const QString &key, const DataField *field)
@@ -120,12 +127,25 @@ void FieldSet::listen(DataField *field)
 // Only the address of the field is good here.
 void FieldSet::forget(DataField *field)
 {
-    const QString key = m_keys.key(field);
-    leave(key, field);
+    const QStringList keys = takeKeys(field);
     if (m_fields.removeAll(field) > 0) {
         const auto destroyed = m_handlers.destroyed; // which may destroy this
-        destroyed(key);
+        destroyed(keys);
     }
+}
+
+QStringList FieldSet::takeKeys(const DataField *field)
+{
+    QStringList keys;
+    for (auto it = m_keys.begin(); it != m_keys.end();) {
+        if (*it == field) {
+            keys.append(it.key());
+            it = m_keys.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    return keys;
 }
 
 void FieldSet::schedule()

@@ -7,6 +7,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QList>
+#include <QtCore/QStringList>
 
 #include <functional>
 
@@ -32,9 +33,8 @@ public:
         std::function<void(DataField *field, const QString &oldAlias)> aliasChanged;
         std::function<void(DataField *field)> reevaluate;
 
-        /// A field was destroyed, and has left the list and the key that it owned; empty if it
-        /// owned none.
-        std::function<void(const QString &key)> destroyed;
+        /// A field was destroyed, and has left the list and the keys that it owned.
+        std::function<void(const QStringList &keys)> destroyed;
     };
 
     FieldSet(QObject *owner, Handlers handlers);
@@ -55,8 +55,8 @@ public:
     /// is there already, or whose key is taken, which gives a warning.
     bool add(DataField *field);
 
-    /// False if it is not there.
-    bool remove(DataField *field);
+    /// False if it is not there. Else \p keys are those that it owned.
+    bool remove(DataField *field, QStringList *keys);
 
     /// The owner of \p key, or null.
     [[nodiscard]] DataField *find(const QString &key) const { return m_keys.value(key); }
@@ -64,8 +64,8 @@ public:
     /// The first field in the list with that name, whatever its alias; null if there is none.
     [[nodiscard]] DataField *findByName(const QString &name) const;
 
-    /// Makes \p field the owner of \p key.
-    void enter(const QString &key, DataField *field) { m_keys.insert(key, field); }
+    /// Makes \p field the owner of \p key, if it is in the list.
+    void enter(const QString &key, DataField *field);
 
     /// Takes \p key away from \p field, if it owns it.
     bool leave(const QString &key, const DataField *field);
@@ -73,6 +73,7 @@ public:
 private:
     void listen(DataField *field);
     void forget(DataField *field);
+    QStringList takeKeys(const DataField *field);
     void schedule();
 
     QObject *const m_owner;
