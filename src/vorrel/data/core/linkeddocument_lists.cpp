@@ -136,11 +136,12 @@ bool LinkedDocument::deleteList(const QString &key)
 
 QString LinkedDocument::listParent(const QString &id) const
 {
-    if (accessLevel() < ReadAccess || !d->freeForm) {
+    if (accessLevel() < ReadAccess) {
         return {};
     }
-    d->freeForm->buildListParents();
-    return d->freeForm->listParents->value(id);
+    FreeFormData &data = d->content();
+    data.buildListParents();
+    return data.listParents->value(id);
 }
 
 void LinkedDocument::Private::noteParentChanges(const QHash<QString, QString> &former)
@@ -250,7 +251,8 @@ bool LinkedDocument::removeListItem(const QString &key, const QString &item)
 {
     const QJsonArray items = getList(key);
     const auto place = std::find(items.begin(), items.end(), QJsonValue(item));
-    return place != items.end() && removeListItem(key, int(place - items.begin()));
+    return !item.isEmpty() && place != items.end()
+        && removeListItem(key, int(place - items.begin()));
 }
 
 bool LinkedDocument::removeListItem(const QString &key, int index)
