@@ -109,6 +109,10 @@ constexpr std::size_t attachmentCopySize = std::size_t(1024) * 1024;
 /// saves requests and takes more memory.
 constexpr qint64 inlineAttachmentLimit = 5LL * 1024 * 1024;
 
+/// Length of a stored document in bytes above which its upload is warned of. CouchDB takes 8 MB
+/// unless it is told otherwise.
+constexpr qint64 largeDocument = 16LL * 1024 * 1024;
+
 /// Documents whose upload is being prepared at a time; as many are in memory with their
 /// attachments.
 constexpr int parallelPreparations = 2;

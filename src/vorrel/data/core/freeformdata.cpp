@@ -12,17 +12,17 @@ namespace vo::data {
 
 bool FreeFormEntries::isEmpty() const
 {
-    return m_isMap ? m_map.isEmpty() : m_object.isEmpty();
+    return m_isHash ? m_hash.isEmpty() : m_object.isEmpty();
 }
 
 bool FreeFormEntries::contains(const QString &key) const
 {
-    return m_isMap ? m_map.contains(key) : m_object.contains(key);
+    return m_isHash ? m_hash.contains(key) : m_object.contains(key);
 }
 
 QJsonValue FreeFormEntries::value(const QString &key) const
 {
-    return m_isMap ? m_map.value(key, QJsonValue::Undefined) : m_object.value(key);
+    return m_isHash ? m_hash.value(key, QJsonValue::Undefined) : m_object.value(key);
 }
 
 QJsonObject FreeFormEntries::fields(const QString &name) const
@@ -36,28 +36,30 @@ QJsonObject FreeFormEntries::fields(const QString &name) const
 
 QJsonObject FreeFormEntries::toObject() const
 {
-    if (!m_isMap) {
+    if (!m_isHash) {
         return m_object;
     }
+    QStringList sorted = m_hash.keys(); // which appends instead of inserting
+    sorted.sort();
     QJsonObject object;
-    for (auto it = m_map.begin(); it != m_map.end(); ++it) {
-        object.insert(it.key(), it.value());
+    for (const QString &key : std::as_const(sorted)) {
+        object.insert(key, m_hash.value(key));
     }
     return object;
 }
 
 QStringList FreeFormEntries::keys() const
 {
-    return m_isMap ? QStringList(m_map.keys()) : m_object.keys();
+    return m_isHash ? QStringList(m_hash.keys()) : m_object.keys();
 }
 
 void FreeFormEntries::set(const QString &key, const QJsonValue &value)
 {
     prepareEdit();
     if (value.isUndefined()) {
-        m_map.remove(key);
+        m_hash.remove(key);
     } else {
-        m_map.insert(key, value);
+        m_hash.insert(key, value);
     }
     m_lastStruct.clear();
 }
@@ -65,7 +67,7 @@ void FreeFormEntries::set(const QString &key, const QJsonValue &value)
 void FreeFormEntries::setField(const QString &key, const QString &field, const QJsonValue &value)
 {
     prepareEdit();
-    QJsonValue &entry = m_map[key];
+    QJsonValue &entry = m_hash[key];
     QJsonObject fields = entry.toObject();
     // One copy serves many edits of a large struct. But an object that is edited in place keeps the
     // texts that it had, until it is copied.
@@ -87,13 +89,14 @@ void FreeFormEntries::setField(const QString &key, const QString &field, const Q
 void FreeFormEntries::prepareEdit()
 {
     m_readFields = QJsonObject();
-    if (m_isMap) {
+    if (m_isHash) {
         return;
     }
-    m_isMap = true;
+    m_isHash = true;
     const QJsonObject object = std::exchange(m_object, QJsonObject());
+    m_hash.reserve(int(object.size()));
     for (auto it = object.begin(); it != object.end(); ++it) {
-        m_map.insert(m_map.cend(), it.key(), it.value());
+        m_hash.insert(it.key(), it.value());
     }
 }
 
@@ -148,17 +151,17 @@ void FreeFormData::buildListParents()
         return;
     }
     listParents.emplace();
-    entries.visit([this](const auto &all) {
-        for (auto it = all.begin(); it != all.end(); ++it) {
-            if (isListKey(it.key())) {
-                const QString name = entryName(it.key());
-                const QStringList ids = itemIds(it.value().toArray());
-                for (const QString &id : ids) {
-                    listParents->insert(id, name);
-                }
-            }
+    QStringList lists = entries.keys();
+    lists.erase(std::remove_if(lists.begin(), lists.end(),
+                               [](const QString &key) { return !isListKey(key); }),
+                lists.end());
+    lists.sort(); // the last one has the items that stand in several
+    for (const QString &key : std::as_const(lists)) {
+        const QStringList ids = itemIds(entries.value(key).toArray());
+        for (const QString &id : ids) {
+            listParents->insert(id, entryName(key));
         }
-    });
+    }
 }
 
 void FreeFormData::updateListParents(const QString &name, const QJsonArray &before,

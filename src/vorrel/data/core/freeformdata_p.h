@@ -6,7 +6,6 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QJsonObject>
-#include <QtCore/QMap>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -42,8 +41,8 @@ inline QString entryName(const QString &key)
 }
 
 /// The entries of free-form data: structs and lists by their stored keys. They stay the object that
-/// was loaded until the first edit. From then on they are a map, since a large object moves half of
-/// itself for each key that comes or goes.
+/// was loaded until the first edit. From then on they are a hash, since a large object moves half
+/// of itself for each key that comes or goes.
 class FreeFormEntries
 {
 public:
@@ -63,7 +62,7 @@ public:
     /// field by field.
     [[nodiscard]] QJsonObject fields(const QString &name) const;
 
-    /// Sorted.
+    /// In any order.
     [[nodiscard]] QStringList keys() const;
 
     /// Undefined removes the entry.
@@ -72,12 +71,13 @@ public:
     /// Sets a field of a struct; undefined removes it. \pre the struct is there
     void setField(const QString &key, const QString &field, const QJsonValue &value);
 
-    /// Calls \p function with the container of the entries, whose iterators have key() and value().
+    /// Calls \p function with the container of the entries, whose iterators have key() and value(),
+    /// in any order.
     template <typename Function>
     void visit(Function function) const
     {
-        if (m_isMap) {
-            function(m_map);
+        if (m_isHash) {
+            function(m_hash);
         } else {
             function(m_object);
         }
@@ -87,8 +87,8 @@ private:
     void prepareEdit();
 
     QJsonObject m_object;
-    QMap<QString, QJsonValue> m_map;
-    bool m_isMap = false;
+    QHash<QString, QJsonValue> m_hash;
+    bool m_isHash = false;
     QString m_lastStruct; // that setField() has copied
     int m_edits = 0;      // of that copy
     mutable QString m_readName;
@@ -114,7 +114,7 @@ public:
     [[nodiscard]] QJsonValue value(const QString &key) const;
     void set(const QString &key, const QJsonValue &value);
 
-    /// The keys that are there, and those that the edit takes.
+    /// The keys that are there, and those that the edit takes, in any order.
     [[nodiscard]] QStringList keys() const;
 
     /// In the order in which they were first set.

@@ -38,14 +38,15 @@ struct LinkedDocument::Private
     [[nodiscard]] QJsonValue read(const QString &key) const;
 
     /// Replaces the entries, as stored data.
-    void assign(const FreeFormEntries &entries);
+    void assign(FreeFormEntries entries);
 
     /// Makes the edit and records it.
     void apply(const FreeFormEdit &edit);
     void write(const QVector<FreeFormEdit::Entry> &entries, bool forward);
     void announce(const QString &key);
     void makeStruct(const QString &key);
-    void writeField(const QString &key, const QString &field, const QJsonValue &value);
+    void writeField(const QString &key, const QString &field, const QJsonValue &before,
+                    const QJsonValue &after);
     bool moveEntry(const QString &source, const QString &target, MoveKind kind);
 
     [[nodiscard]] QStringList items(const QString &key) const;

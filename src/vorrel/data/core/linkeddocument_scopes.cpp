@@ -54,9 +54,10 @@ void forEachInScopes(const QStringList &scopes, const QStringList &keys, Value v
     QSet<QString> seen;
     while (!open.isEmpty()) {
         const QString scope = open.takeLast();
-        const QStringList keysInScope = seen.contains(scope) ? QStringList() : index.keysOf(scope);
+        QStringList keysInScope = seen.contains(scope) ? QStringList() : index.keysOf(scope);
+        keysInScope.sort();
         seen.insert(scope);
-        for (const QString &key : keysInScope) {
+        for (const QString &key : std::as_const(keysInScope)) {
             const QJsonValue value = valueOf(key);
             if (isListKey(key)) {
                 open += itemIds(value.toArray());
@@ -167,6 +168,7 @@ QStringList LinkedDocument::Private::namesInScope(QLatin1String prefix, const QS
             names.append(entryName(key));
         }
     }
+    names.sort();
     return names;
 }
 

@@ -27,13 +27,13 @@ void LinkedDocument::assignCustomData(const QJsonObject &data)
     }
 }
 
-void LinkedDocument::Private::assign(const FreeFormEntries &entries)
+void LinkedDocument::Private::assign(FreeFormEntries entries)
 {
     if (!freeForm && entries.isEmpty()) {
         return;
     }
     FreeFormData &data = content();
-    data.entries = entries;
+    data.entries = std::move(entries);
     const bool hadParents = data.listParents.has_value();
     const auto formerParents =
         hadParents ? *std::exchange(data.listParents, std::nullopt) : QHash<QString, QString>();
@@ -184,7 +184,9 @@ bool LinkedDocument::setStructValue(const QString &key, const QString &field,
     if (accessLevel() < WriteAccess || !acceptsReference(value) || !self) {
         return false;
     }
-    d->makeStruct(structKey(key));
+    if (getStruct(key).isEmpty()) {
+        d->makeStruct(structKey(key));
+    }
     const QJsonValue old = getStructValue(key, field);
     if (old == value) {
         return false;
@@ -192,7 +194,7 @@ bool LinkedDocument::setStructValue(const QString &key, const QString &field,
     if (changeRecordingActive()) {
         recordChange(new StructValueChange(this, key, field, old, value));
     }
-    d->writeField(key, field, value);
+    d->writeField(key, field, old, value);
     return true;
 }
 
@@ -216,19 +218,16 @@ void LinkedDocument::Private::makeStruct(const QString &key)
 }
 
 void LinkedDocument::Private::writeField(const QString &key, const QString &field,
-                                         const QJsonValue &value)
+                                         const QJsonValue &before, const QJsonValue &after)
 {
     QHash<QString, int> references;
-    const QString text = value.toString();
-    const QString former =
-        content().entries.value(structKey(key)).toObject().value(field).toString();
-    if (isReference(text)) {
-        ++references[text];
+    if (isReference(after.toString())) {
+        ++references[after.toString()];
     }
-    if (isReference(former)) {
-        --references[former];
+    if (isReference(before.toString())) {
+        --references[before.toString()];
     }
-    content().entries.setField(structKey(key), field, value);
+    content().entries.setField(structKey(key), field, after);
     const QPointer<LinkedDocument> self(q);
     countReferences(references);
     if (self) {
