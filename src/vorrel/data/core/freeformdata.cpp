@@ -25,6 +25,15 @@ QJsonValue FreeFormEntries::value(const QString &key) const
     return m_isMap ? m_map.value(key, QJsonValue::Undefined) : m_object.value(key);
 }
 
+QJsonObject FreeFormEntries::fields(const QString &name) const
+{
+    if (m_readFields.isEmpty() || m_readName != name) {
+        m_readName = name;
+        m_readFields = value(structKey(name)).toObject();
+    }
+    return m_readFields;
+}
+
 QJsonObject FreeFormEntries::toObject() const
 {
     if (!m_isMap) {
@@ -44,7 +53,7 @@ QStringList FreeFormEntries::keys() const
 
 void FreeFormEntries::set(const QString &key, const QJsonValue &value)
 {
-    makeMap();
+    prepareEdit();
     if (value.isUndefined()) {
         m_map.remove(key);
     } else {
@@ -55,7 +64,7 @@ void FreeFormEntries::set(const QString &key, const QJsonValue &value)
 
 void FreeFormEntries::setField(const QString &key, const QString &field, const QJsonValue &value)
 {
-    makeMap();
+    prepareEdit();
     QJsonValue &entry = m_map[key];
     QJsonObject fields = entry.toObject();
     // One copy serves many edits of a large struct. But an object that is edited in place keeps the
@@ -75,8 +84,9 @@ void FreeFormEntries::setField(const QString &key, const QString &field, const Q
     entry = fields;
 }
 
-void FreeFormEntries::makeMap()
+void FreeFormEntries::prepareEdit()
 {
+    m_readFields = QJsonObject();
     if (m_isMap) {
         return;
     }

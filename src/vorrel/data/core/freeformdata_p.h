@@ -59,6 +59,10 @@ public:
     [[nodiscard]] QJsonValue value(const QString &key) const;
     [[nodiscard]] QJsonObject toObject() const;
 
+    /// The fields of the struct \p name. Those of the last one are at hand: structs are mostly read
+    /// field by field.
+    [[nodiscard]] QJsonObject fields(const QString &name) const;
+
     /// Sorted.
     [[nodiscard]] QStringList keys() const;
 
@@ -80,13 +84,15 @@ public:
     }
 
 private:
-    void makeMap();
+    void prepareEdit();
 
     QJsonObject m_object;
     QMap<QString, QJsonValue> m_map;
     bool m_isMap = false;
     QString m_lastStruct; // that setField() has copied
     int m_edits = 0;      // of that copy
+    mutable QString m_readName;
+    mutable QJsonObject m_readFields; // empty if there are none at hand
 };
 
 /// An edit of some entries, which is collected before it is made: reads see what it will do.

@@ -129,7 +129,7 @@ void LinkedDocument::Private::announce(const QString &key)
 
 QJsonObject LinkedDocument::getStruct(const QString &key) const
 {
-    return d->read(structKey(key)).toObject();
+    return accessLevel() < ReadAccess ? QJsonObject() : d->content().entries.fields(key);
 }
 
 QJsonValue LinkedDocument::getStructValue(const QString &key, const QString &field) const

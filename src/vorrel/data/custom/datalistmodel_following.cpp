@@ -177,8 +177,7 @@ bool DataListModel::Private::moveRows(const Rows &wanted, const std::vector<int>
         hasMoved = false;
         for (std::size_t row = 0; row < wanted.size(); ++row) {
             if (rows[row] != wanted[row]) {
-                moveRow(int(row), places[std::size_t(rows[row])]);
-                if (!self) {
+                if (!moveRow(int(row), places[std::size_t(rows[row])], self)) {
                     return false;
                 }
                 hasMoved = true;

@@ -70,7 +70,9 @@ struct DataListModel::Private
     void make(Step step);
     void insertRow(int row, int number);
     void takeRow(int row);
-    void moveRow(int from, int to);
+
+    /// False if a slot has destroyed the model, which \p self knows.
+    bool moveRow(int from, int to, const QPointer<DataListModel> &self);
     [[nodiscard]] QVector<int> editedRoles(int number) const;
     void writeValues();
     void writeRows();

@@ -53,12 +53,11 @@ void DataListModel::Private::takeRow(int row)
     }
 }
 
-void DataListModel::Private::moveRow(int from, int to)
+bool DataListModel::Private::moveRow(int from, int to, const QPointer<DataListModel> &self)
 {
-    const QPointer<DataListModel> self(q);
     q->beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
     if (!self) {
-        return;
+        return false;
     }
     const auto first = rows.begin();
     if (from < to) {
@@ -67,6 +66,7 @@ void DataListModel::Private::moveRow(int from, int to)
         std::rotate(first + to, first + from, first + from + 1);
     }
     q->endMoveRows();
+    return self;
 }
 
 QString DataListModel::append(const QVariantMap &data)
@@ -134,7 +134,8 @@ bool DataListModel::move(int indexFrom, int indexTo)
         return false;
     }
     d->make([this, indexFrom, to](bool forward) {
-        forward ? d->moveRow(indexFrom, to) : d->moveRow(to, indexFrom);
+        const QPointer<DataListModel> self(this);
+        forward ? d->moveRow(indexFrom, to, self) : d->moveRow(to, indexFrom, self);
     });
     return true;
 }
