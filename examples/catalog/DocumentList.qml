@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import "../kit"
 
 // All documents, with a field to search them and chips for their kinds.
 Rectangle {

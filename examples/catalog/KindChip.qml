@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import "../kit"
 
 // Chooses the documents of one type and of the types below it; no type means all.
 AbstractButton {
