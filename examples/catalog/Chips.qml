@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import "../kit"
 
 // Lets the user choose one of a few values.
 Flow {

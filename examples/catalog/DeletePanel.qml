@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 import "fields.js" as Fields
 
 // Says who refers to a document and deletes it, if nothing forbids that.

@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 import "fields.js" as Fields
 
 // The documents that the user wants to see, in the order that he wants. Some can be selected.

@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 import "fields.js" as Fields
 
 // All there is to know about one document. Its label can be changed: the list follows, because

@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 import "fields.js" as Fields
 
 // A name and its value. A reference shows the label of its document and leads there.

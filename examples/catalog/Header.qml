@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 
 // What is open, from where, and whether something is going on.
 Rectangle {
@@ -54,25 +55,8 @@ Rectangle {
             implicitHeight: 28
         }
 
-        ActionButton {
-            text: "Undo"
-            enabled: header.context.canUndo
-            onClicked: header.context.undo()
-        }
-
-        ActionButton {
-            text: "Redo"
-            enabled: header.context.canRedo
-            onClicked: header.context.redo()
-            Layout.leftMargin: -Theme.unit
-        }
-
-        ActionButton {
-            text: "Save"
-            primary: true
-            enabled: header.context.canSave
-            onClicked: header.context.saveLocalChanges()
-            Layout.leftMargin: -Theme.unit
+        EditButtons {
+            context: header.context
         }
 
         // How far saving has come.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import "../kit"
 
 // A small word above a value.
 Column {

@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 
 ApplicationWindow {
     id: window
@@ -29,22 +30,8 @@ ApplicationWindow {
         followsRemoteEdits: true
     }
 
-    Shortcut {
-        sequence: "Ctrl+Z"
-        enabled: context.canUndo
-        onActivated: context.undo()
-    }
-
-    Shortcut {
-        sequence: "Ctrl+Shift+Z"
-        enabled: context.canRedo
-        onActivated: context.redo()
-    }
-
-    Shortcut {
-        sequence: "Ctrl+S"
-        enabled: context.canSave
-        onActivated: context.saveLocalChanges()
+    EditShortcuts {
+        context: context
     }
 
     Connections {

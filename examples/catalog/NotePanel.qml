@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 
 // Waits for a document that the database does not have. Once somebody makes it, here or anywhere
 // in this Context, it shows up.

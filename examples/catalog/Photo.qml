@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import vorrel.data.Core 1.0
+import "../kit"
 
 // The file of an image document, once it is here; nothing at all without one.
 Rectangle {

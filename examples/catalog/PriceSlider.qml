@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import "../kit"
 
 // The price of a product. However long it is dragged, that is one step of undo.
 Slider {

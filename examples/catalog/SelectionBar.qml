@@ -4,6 +4,7 @@ import QtQml 2.15
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import vorrel.data.Core 1.0
+import "../kit"
 import "fields.js" as Fields
 
 // How many documents are selected, and a way to delete those that no other document refers to.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import "../kit"
 
 // The coloured dot of a kind of document; hollow while the document is not there.
 Rectangle {

@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtTest 1.2
 import "../../examples/catalog" as Catalog
+import "../../examples/pageeditor" as PageEditor
 
 // The examples as a user meets them.
 TestCase {
@@ -13,6 +14,14 @@ TestCase {
     Component {
         id: catalog
         Catalog.Main {
+            serviceUrl: "http://localhost:5984"
+            database: "sample"
+        }
+    }
+
+    Component {
+        id: pageEditor
+        PageEditor.Main {
             serviceUrl: "http://localhost:5984"
             database: "sample"
         }
@@ -133,5 +142,34 @@ TestCase {
         verify(oak.deleted)
         mouseClick(itemWithText(window, "Undo"))
         verify(!oak.deleted)
+    }
+
+    function test_thePageEditorMovesAndEditsBlocks() {
+        const window = createTemporaryObject(pageEditor, testCase)
+        tryVerify(() => itemWithText(window, "Newsletter"))
+        const page = PageEditor.Session.document
+        const drag = (from, to) => {
+            const [a, b] = [from, to].map(text => itemWithText(window, text).mapToItem(null, 40, 2))
+            mousePress(window.contentItem, a.x, a.y)
+            for (let step = 1; step <= 4; ++step)
+                mouseMove(window.contentItem, a.x + (b.x - a.x) * step / 4, a.y + (b.y - a.y) * step / 4)
+            mouseRelease(window.contentItem, b.x, b.y)
+        }
+        const titles = () => page.getList("page").map(id => page.getStructValue(id, "title")).join()
+        const before = titles()
+        drag("Newsletter", "Visit us")
+        tryVerify(() => titles() === before.replace("Visit", "Newsletter,Visit"))
+        compare(page.getList("shelf").length, 1)
+        mouseClick(itemWithText(window, "Undo"))
+        compare(titles(), before)
+        drag("Visit us", "Summer on the terrace")
+        tryVerify(() => titles().startsWith("Visit us,Summer"))
+        const field = findItem(window.contentItem, item => item.text === "Visit us" && item.selectByMouse)
+        field.text = "Come"
+        field.textEdited() // as if by keys
+        verify(titles().startsWith("Visit us,"))
+        mouseClick(itemWithText(window, "Commit"))
+        verify(titles().startsWith("Come,Summer"))
+        tryVerify(() => itemWithText(window, "Come"))
     }
 }

@@ -90,7 +90,9 @@ struct Edit
     {
         const QString other = random.bounded(2) ? target() : QString();
         const QString value = other.isEmpty() ? word() : "$ref(0,%1)"_s.arg(other);
-        assign(plain.field, value, "");
+        const bool mayMerge = station->hasStruct("s"_s) && !Station::isReference(plain.field)
+            && !Station::isReference(value);
+        assign(plain.field, value, mayMerge ? "/field" : "");
         station->setStructValue("s"_s, "f"_s, value);
     }
 

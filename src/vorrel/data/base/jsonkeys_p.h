@@ -23,6 +23,10 @@ constexpr QLatin1String wasCached("wasCached");
 
 // Prefixes of the keys inside ":data"
 constexpr QLatin1String structPrefix("s:");
+constexpr QLatin1String listPrefix("l:");
+
+// What a copied scope tells besides its entries
+constexpr QLatin1String scope("scope");
 
 // Attachment stubs
 constexpr QLatin1String contentType("content_type");

@@ -20,6 +20,11 @@ void setStoredFontWeight(QFont &font, int weight)
     font.setWeight(std::clamp(weight, 0, 99));
 }
 
+quint16 checksum(const QByteArray &bytes)
+{
+    return qChecksum(bytes.constData(), uint(bytes.size()));
+}
+
 #else
 
 namespace {
@@ -60,6 +65,11 @@ void setStoredFontWeight(QFont &font, int weight)
 {
     const int known = std::clamp(weight, 0, 99);
     font.setWeight(QFont::Weight(nearest(known, &WeightPair::stored).qt6));
+}
+
+quint16 checksum(const QByteArray &bytes)
+{
+    return qChecksum(bytes);
 }
 
 #endif

@@ -18,4 +18,7 @@ using ListSize =
 int storedFontWeight(const QFont &font);
 void setStoredFontWeight(QFont &font, int weight);
 
+/// The CRC-16 of the bytes.
+quint16 checksum(const QByteArray &bytes);
+
 } // namespace vo::data::qtcompat

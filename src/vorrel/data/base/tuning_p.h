@@ -109,6 +109,10 @@ constexpr std::size_t attachmentCopySize = std::size_t(1024) * 1024;
 /// saves requests and takes more memory.
 constexpr qint64 inlineAttachmentLimit = 5LL * 1024 * 1024;
 
+/// Length of a stored document in bytes above which its upload is warned of. CouchDB takes 8 MB
+/// unless it is told otherwise.
+constexpr qint64 largeDocument = 16LL * 1024 * 1024;
+
 /// Documents whose upload is being prepared at a time; as many are in memory with their
 /// attachments.
 constexpr int parallelPreparations = 2;
@@ -153,6 +157,11 @@ constexpr int undoLimit = 70;
 /// Time from the beginning of a set in which the same edits join it. Longer makes more of a burst
 /// of typing one step.
 constexpr std::chrono::milliseconds undoMergeWindow = 500ms;
+
+/// Items that are made in one list at a time, and entries that one paste makes. Larger lets bad
+/// input, or a list that holds one item many times over, take more memory before it is refused.
+constexpr int newItemsLimit = 1'000'000;
+constexpr int pastedEntriesLimit = 100'000;
 
 /// How often the countdown to the next attempt to fix errors goes on.
 constexpr std::chrono::milliseconds errorRetryTick = 200ms;

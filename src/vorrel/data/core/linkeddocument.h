@@ -4,7 +4,10 @@
 
 #include <vorrel/data/core/document.h>
 
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonValue>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
 
 #include <tuple>
 
@@ -137,7 +140,10 @@ public:
     void deliverDocumentChange();
 
     /// \name Free-form data
-    /// Named structs of named JSON values. Reads give nothing below ReadAccess.
+    /// Named structs of named JSON values, and named lists of item ids. An item is no more than its
+    /// id: what it holds stands in the struct, the list and the scope of that name. Lists nest that
+    /// way. Reads give nothing below ReadAccess; edits do nothing and give false below WriteAccess
+    /// and when what they name is not there. Each edit is one step for undo.
     /// @{
 
     /// Replaces all of it, as stored data: not an edit.
@@ -147,11 +153,99 @@ public:
     /// Undefined if there is no such struct or field.
     Q_INVOKABLE [[nodiscard]] QJsonValue getStructValue(const QString &key,
                                                         const QString &field) const;
+    Q_INVOKABLE [[nodiscard]] bool hasStruct(const QString &key) const;
+    Q_INVOKABLE [[nodiscard]] bool hasStructValue(const QString &key, const QString &field) const;
 
-    /// An edit; the undefined value removes the field. False below WriteAccess and for an equal
-    /// value.
+    /// Replaces all fields: an empty \p object removes the struct. Fields that refer to a document
+    /// which is not loaded, or which would close a cycle, are left out. True also if there was
+    /// nothing to change.
+    Q_INVOKABLE bool setStruct(const QString &key, const QJsonObject &object);
+
+    /// Makes the struct if it is missing, even where the result is false. The undefined value
+    /// removes the field. False for an equal value, and for a reference to a document that is not
+    /// loaded or that would close a cycle.
     Q_INVOKABLE bool setStructValue(const QString &key, const QString &field,
                                     const QJsonValue &value);
+
+    /// Removes the field.
+    Q_INVOKABLE bool clearStructValue(const QString &key, const QString &field);
+    Q_INVOKABLE bool deleteStruct(const QString &key);
+
+    /// These replace the target. False also if it is the source.
+    Q_INVOKABLE bool moveStruct(const QString &sourceKey, const QString &targetKey);
+    Q_INVOKABLE bool duplicateStruct(const QString &sourceKey, const QString &targetKey);
+
+    /// An item, the list that it moves to, and its place there: the end if it is negative or
+    /// beyond.
+    using ListMove = std::tuple<QString, QString, int>;
+
+    Q_INVOKABLE [[nodiscard]] QJsonArray getList(const QString &key) const;
+
+    /// Makes \p items the list. The items of \p moves go to other lists; the scopes of all others
+    /// that \p items lacks are deleted. Empty ids are left out, and with an empty \p key nothing
+    /// happens.
+    Q_INVOKABLE void setList(const QString &key, const QJsonArray &items);
+    void setList(const QString &key, const QJsonArray &items, const QVector<ListMove> &moves);
+
+    /// Stores a list that arrives as it stands: no undo, no signals, and no scopes are deleted.
+    void setListRaw(const QString &key, const QJsonArray &items);
+
+    /// Replaces the target, whose items keep their scopes. False also if it is the source.
+    Q_INVOKABLE bool moveList(const QString &sourceKey, const QString &targetKey);
+
+    /// With the scopes of its items.
+    Q_INVOKABLE bool deleteList(const QString &key);
+
+    /// The list that holds the item; one of them, if several do. Empty if none does.
+    Q_INVOKABLE [[nodiscard]] QString listParent(const QString &id) const;
+
+    /// Moves an item, with all that it holds, out of the list that it stands in. A negative
+    /// \p index is the end. Within one list it takes that place among the others.
+    Q_INVOKABLE bool moveListItem(const QString &id, const QString &key, int index);
+
+    /// Move items of the list to a place beside another one. False if one of them, or the other
+    /// one, is not in the list.
+    Q_INVOKABLE bool insertListItemBefore(const QString &key, const QString &item,
+                                          const QString &before);
+    Q_INVOKABLE bool insertListItemAfter(const QString &key, const QString &item,
+                                         const QString &after);
+    Q_INVOKABLE bool insertListItemsBefore(const QString &key, const QStringList &items,
+                                           const QString &before);
+    Q_INVOKABLE bool insertListItemsAfter(const QString &key, const QStringList &items,
+                                          const QString &after);
+
+    /// Remove items with their scopes.
+    Q_INVOKABLE bool removeListItem(const QString &key, const QString &item);
+    Q_INVOKABLE bool removeListItem(const QString &key, int index);
+
+    /// How many were removed.
+    int removeListItems(const QString &key, const QSet<QString> &items);
+    Q_INVOKABLE int removeListItems(const QString &key, const QStringList &items);
+
+    /// Make items, and the list if it is missing. An \p index out of range is the end. Empty if
+    /// nothing was made; more than a million at a time are refused with a warning.
+    Q_INVOKABLE QString newListItem(const QString &key, int index);
+    Q_INVOKABLE QStringList newListItems(const QString &key, int index, int count);
+
+    /// An id that no item of this document has, in the letters of a reference.
+    Q_INVOKABLE QString newListItemId();
+
+    /// The structs or lists whose names begin with \p scope and ":".
+    Q_INVOKABLE [[nodiscard]] QStringList scopeStructs(const QString &scope) const;
+    Q_INVOKABLE [[nodiscard]] QStringList scopeLists(const QString &scope) const;
+
+    /// Deletes all structs and lists with \p scope among the segments of their names, which ":"
+    /// divides, and the scopes of the items of these lists.
+    Q_INVOKABLE void deleteScope(const QString &scope);
+
+    /// All that deleteScope() would delete, by its stored keys, and the name under "scope".
+    Q_INVOKABLE [[nodiscard]] QJsonObject copyScope(const QString &scope) const;
+
+    /// Inserts what copyScope() has copied from \p source, maybe of another document, under the
+    /// name \p target. All items get new ids. An item that holds itself is pasted empty, and a
+    /// copy that would grow beyond 100,000 items, structs and lists is refused with a warning.
+    Q_INVOKABLE void pasteScopeAs(const QJsonObject &scopeData, const QString &source,
+                                  const QString &target);
     /// @}
 
     /// \name References in free-form data
@@ -194,18 +288,27 @@ public:
 public Q_SLOTS:
     void scheduleAccessLevelUpdate();
 
+private Q_SLOTS:
+    void delayedNotify();
+
 Q_SIGNALS:
     void accessControlParametersChanged();
 
     /// An empty \p field means any of the struct, an empty \p key any struct.
     void structValueChanged(const QString &key, const QString &field);
+
+    /// An empty \p key means any list.
     void listChanged(const QString &key);
+
+    /// These items stand in other lists now, or in none. Comes in a later turn of the event loop,
+    /// once for all edits until then.
     void listParentChanged(const QSet<QString> &ids);
 
 private:
     friend class AccessController;
     friend class Document;
     friend class DocumentPropertyBase;
+    friend class StructValueChange;
 
     void addDeleteHandler(IDeleteHandler *handler, const Document *owner);
     void removeDeleteHandler(IDeleteHandler *handler);
@@ -223,11 +326,7 @@ private:
     void callDeleteHandlers();
     void clearStructReferences();
     [[nodiscard]] bool acceptsReference(const QJsonValue &value);
-    void countReference(const QString &text);
-    void uncountReference(const QString &text);
-    void recountReferences();
-    void recordStructChange(std::function<void(bool forward)> change);
-    void writeStructValue(const QString &key, const QString &field, const QJsonValue &value);
+    [[nodiscard]] QJsonObject acceptedFields(const QJsonObject &object);
 
     struct Private;
     const std::unique_ptr<Private> d;

@@ -8,6 +8,7 @@
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/core/documentcreatechange.h>
 #include <vorrel/data/core/documentids_p.h>
+#include <vorrel/data/core/genericchange.h>
 #include <vorrel/data/core/linkeddocument_p.h>
 #include <vorrel/data/core/typeregistry_p.h>
 
@@ -120,16 +121,16 @@ LinkedDocument *LinkedDocument::copy()
         return document;
     }
     document->copyProperties(this);
-    document->d->data = d->data;
-    document->recountReferences();
-    if (document) {
+    document->d->assign(d->content().entries);
+    if (document && document->changeRecordingActive()) {
         // Taking the creation back drops the references in it.
-        document->recordStructChange(
-            [copy = document.data(), data = document->d->data](bool forward) {
+        document->recordChange(new GenericChange(
+            document,
+            [copy = document.data(), data = document->d->content().entries](bool forward) {
                 if (forward) {
-                    copy->assignCustomData(data);
+                    copy->assignCustomData(data.toObject());
                 }
-            });
+            }));
     }
     if (!document || !self) {
         return document;

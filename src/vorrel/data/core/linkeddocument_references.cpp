@@ -77,44 +77,77 @@ bool LinkedDocument::acceptsReference(const QJsonValue &value)
     return !type || type->accepts(this, id);
 }
 
-void LinkedDocument::countReference(const QString &text)
+// Brings the counts in line with data that was replaced as a whole. Documents that stay referred to
+// stay attached, and nothing is built.
+void LinkedDocument::Private::recountReferences()
 {
-    const auto [id, number] = referenceData(text);
-    const ReferenceType *type = referenceType(number);
-    if (type && ++d->referenceCounts[text] == 1) {
-        type->attachById(this, id);
+    FreeFormData &data = content();
+    QHash<QString, int> difference;
+    for (auto it = data.referenceCounts.begin(); it != data.referenceCounts.end(); ++it) {
+        difference.insert(it.key(), -it.value());
     }
+    data.entries.visit([&](const auto &entries) {
+        forEachStructText(entries, [&](const QString &text, auto...) {
+            if (isReference(text)) {
+                ++difference[text];
+            }
+        });
+    });
+    countReferences(difference);
 }
 
-void LinkedDocument::uncountReference(const QString &text)
+// All counts are right before anything is attached or detached: both call others, who may edit.
+void LinkedDocument::Private::countReferences(const QHash<QString, int> &difference)
 {
-    const auto entry = d->referenceCounts.find(text);
-    if (entry == d->referenceCounts.end() || --*entry > 0) {
-        return;
+    QHash<QString, int> &counts = content().referenceCounts;
+    QStringList changed;
+    for (auto it = difference.begin(); it != difference.end(); ++it) {
+        if (it.value() == 0 || !referenceType(std::get<int>(referenceData(it.key())))) {
+            continue;
+        }
+        const int before = counts.value(it.key());
+        const int after = before + it.value();
+        if (after > 0) {
+            counts.insert(it.key(), after);
+        } else {
+            counts.remove(it.key());
+        }
+        if ((before > 0) != (after > 0)) {
+            changed.append(it.key());
+        }
     }
-    d->referenceCounts.erase(entry);
-    const auto [id, number] = referenceData(text);
-    referenceType(number)->remove(this, id);
+    const QPointer<LinkedDocument> self(q);
+    for (const QString &text : std::as_const(changed)) {
+        if (self) {
+            const auto [target, number] = referenceData(text);
+            const ReferenceType *type = referenceType(number);
+            if (content().referenceCounts.contains(text)) {
+                type->attachById(q, target);
+            } else {
+                type->remove(q, target);
+            }
+        }
+    }
 }
 
 void LinkedDocument::addReference(const QObject *object)
 {
-    countReference(encodeReference(object));
+    d->countReferences({ { encodeReference(object), 1 } });
 }
 
 void LinkedDocument::removeReference(const QObject *object)
 {
-    uncountReference(encodeReference(object));
+    d->countReferences({ { encodeReference(object), -1 } });
 }
 
 bool LinkedDocument::hasReference(const QObject *object) const
 {
-    return d->referenceCounts.contains(encodeReference(object));
+    return d->content().referenceCounts.contains(encodeReference(object));
 }
 
 bool LinkedDocument::hasReference(const QByteArray &id, int type) const
 {
-    return d->referenceCounts.contains(encodeReference(type, QString::fromLatin1(id)));
+    return d->content().referenceCounts.contains(encodeReference(type, QString::fromLatin1(id)));
 }
 
 QList<QObject *> LinkedDocument::references(int type) const
@@ -123,7 +156,7 @@ QList<QObject *> LinkedDocument::references(int type) const
     QList<QObject *> objects;
     const QPointer<const LinkedDocument> self(this);
     // A copy, since building a document may change anything.
-    const QStringList texts = kind ? d->referenceCounts.keys() : QStringList();
+    const QStringList texts = kind ? d->content().referenceCounts.keys() : QStringList();
     for (const QString &text : texts) {
         const auto [id, number] = referenceData(text);
         QObject *object = self && number == type ? kind->resolve(this, id) : nullptr;
@@ -137,7 +170,8 @@ QList<QObject *> LinkedDocument::references(int type) const
 QList<LinkedDocument *> LinkedDocument::builtReferences() const
 {
     QList<LinkedDocument *> documents;
-    for (auto it = d->referenceCounts.keyBegin(); it != d->referenceCounts.keyEnd(); ++it) {
+    const QHash<QString, int> counts = d->content().referenceCounts;
+    for (auto it = counts.keyBegin(); it != counts.keyEnd(); ++it) {
         const auto [id, number] = referenceData(*it);
         const DocumentNode *node = number == 0 ? d->store.documentNode(id) : nullptr;
         if (node && node->isInstantiated()) {
@@ -150,11 +184,10 @@ QList<LinkedDocument *> LinkedDocument::builtReferences() const
 void LinkedDocument::purgeReference(const QObject *object)
 {
     const QPointer<LinkedDocument> self(this);
-    const QString text = encodeReference(object);
-    const QJsonObject data = d->data; // which changes below
-    forEachStructText(data, [&](const QString &value, auto structure, auto field) {
-        if (self && value == text) {
-            setStructValue(structName(structure), field.key(), QJsonValue::Null);
+    const QString purged = encodeReference(object);
+    d->forEachReference([&](const QString &text, const QString &key, const QString &field) {
+        if (self && text == purged) {
+            setStructValue(key, field, QJsonValue::Null);
         }
     });
 }

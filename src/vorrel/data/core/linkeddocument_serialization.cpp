@@ -51,8 +51,8 @@ QJsonObject LinkedDocument::serialize() const
     // Despite its name the key tells which version wrote the document last.
     d->creationVersion = Version::currentVersion();
     object.insert(jsonkeys::creationVersion, d->creationVersion);
-    if (!d->data.isEmpty()) {
-        object.insert(jsonkeys::customData, d->data);
+    if (!d->content().entries.isEmpty()) {
+        object.insert(jsonkeys::customData, d->content().entries.toObject());
     }
     const QJsonValue accessControl = accessController()->parameters();
     if (!accessControl.isNull()) {
@@ -96,7 +96,7 @@ void LinkedDocument::reload(const QJsonObject &object)
     if (!object.contains(jsonkeys::label)) {
         complete.insert(jsonkeys::label, QString());
     }
-    if (!object.contains(jsonkeys::customData) && !d->data.isEmpty()) {
+    if (!object.contains(jsonkeys::customData) && !d->content().entries.isEmpty()) {
         complete.insert(jsonkeys::customData, QJsonObject());
     }
     const QPointer<LinkedDocument> self(this);

@@ -10,6 +10,8 @@
 #include <vorrel/data/context/contexterror.h>
 #include <vorrel/data/context/downloadstatus.h>
 #include <vorrel/data/core/typeregistry_p.h>
+#include <vorrel/data/custom/customdata.h>
+#include <vorrel/data/custom/datafield.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
 #include <vorrel/data/documents/customer.h>
@@ -99,6 +101,7 @@ void _vo_data_registerTypesdata_core()
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch, vo::data::Attachment,
-            vo::data::FilterCriterion, vo::data::SortCriterion>();
+            vo::data::FilterCriterion, vo::data::SortCriterion, vo::data::DataField,
+            vo::data::CustomData>();
     });
 }

@@ -115,6 +115,10 @@ QList<TransferItem> buildTransferItems(const QUrl &documentUrl, QJsonObject docu
     document.insert(jsonkeys::attachments, entries);
     entries = {};
     const QByteArray text = QJsonDocument(document).toJson(QJsonDocument::Compact);
+    if (text.size() > tuning::largeDocument) {
+        qCWarning(lcSaveQueue, "Document %s is %lld bytes long: the database may refuse it",
+                  qPrintable(document.value(jsonkeys::id).toString()), qlonglong(text.size()));
+    }
     document = {};
     if (!body.write(text)) {
         return {};

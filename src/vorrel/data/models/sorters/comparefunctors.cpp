@@ -20,26 +20,9 @@ SizeRule::Key SizeRule::key(const Document *document)
     return quint32(size.width()) * quint32(size.height());
 }
 
-StringRule::StringRule(const QString &property)
-    : m_property(property)
-    , m_collator(QLocale())
-    , m_hasKeys(m_collator.locale().language() != QLocale::C)
-{
-    m_collator.setNumericMode(true);
-}
-
-// Without a language there is no collation: texts are compared by their code units, which the keys
-// of such a collator do not follow.
 StringRule::Key StringRule::key(const Document *document)
 {
-    const QString text = m_property.readText(document);
-    return m_hasKeys ? Key { QString(), m_collator.sortKey(text) } : Key { text, std::nullopt };
-}
-
-int StringRule::compare(const Key &a, const Key &b) const
-{
-    return a.sortKey && b.sortKey ? a.sortKey->compare(*b.sortKey)
-                                  : m_collator.compare(a.text, b.text);
+    return m_order.key(m_property.readText(document));
 }
 
 SimpleTypeRule::Key SimpleTypeRule::key(const Document *document)

@@ -3,11 +3,9 @@
 #pragma once
 
 #include <vorrel/data/models/propertyreader_p.h>
+#include <vorrel/data/models/sorters/textorder_p.h>
 
-#include <QtCore/QCollator>
 #include <QtCore/QStringList>
-
-#include <optional>
 
 namespace vo::data {
 
@@ -77,19 +75,16 @@ private:
 class StringRule
 {
 public:
-    struct Key
-    {
-        QString text;                            // if the collator makes no keys
-        std::optional<QCollatorSortKey> sortKey; // else
-    };
-    explicit StringRule(const QString &property);
+    using Key = TextOrder::Key;
+    explicit StringRule(const QString &property)
+        : m_property(property)
+    { }
     Key key(const Document *document);
-    [[nodiscard]] int compare(const Key &a, const Key &b) const;
+    [[nodiscard]] int compare(const Key &a, const Key &b) const { return m_order.compare(a, b); }
 
 private:
     PropertyReader m_property;
-    QCollator m_collator;
-    bool m_hasKeys;
+    TextOrder m_order;
 };
 
 /// By the name of the type.
