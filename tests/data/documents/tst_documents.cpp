@@ -31,10 +31,18 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     static const auto coordinate = R"({"lat": 48.2, "lon": 16.37})"_json;
     static const auto texts = R"({"de": "a text"})"_json;
     static const QHash<QByteArray, QJsonValue> samples {
-        { "QString", "a text"_s },        { "QUrl", "http://a.test/b"_s },
-        { "QJsonObject", coordinate },    { "QStringList", QJsonArray { "a"_s, "b"_s } },
-        { "QGeoCoordinate", coordinate }, { "QJsonArray", QJsonArray { "#ff0000"_s } },
-        { "QSize", QJsonArray { 3, 2 } }, { "double", 2.5 }
+        { "QString", "a text"_s },
+        { "QUrl", "http://a.test/b"_s },
+        { "QJsonObject", coordinate },
+        { "QStringList", QJsonArray { "a"_s, "b"_s } },
+        { "QGeoCoordinate", coordinate },
+        { "QJsonArray", QJsonArray { "#ff0000"_s } },
+        { "QSize", QJsonArray { 3, 2 } },
+        { "QColor", "#123456"_s },
+        { "double", 2.5 },
+        { "float", 2.5 },
+        { "int", 7 },
+        { "bool", true }
     };
     const QByteArray type = property.typeName();
     if (type.endsWith('*') || type.startsWith("QQmlListProperty") || type == "QVariantMap") {
@@ -104,8 +112,15 @@ private Q_SLOTS:
             }
             QVERIFY2(property.read(document) != property.read(other), property.name());
             if (property.isWritable()) {
+                const QJsonValue former = other->serialize().value(name);
+                m_context->recording = true;
                 QVERIFY(property.write(other, property.read(document)));
                 QCOMPARE(other->serialize().value(name), sample);
+                m_context->undo();
+                QCOMPARE(other->serialize().value(name), former);
+                m_context->redo();
+                QCOMPARE(other->serialize().value(name), sample);
+                m_context->recording = false;
             }
         }
         QCOMPARE(document->Document::serialize().size(), count);
@@ -116,6 +131,40 @@ private Q_SLOTS:
             QCOMPARE(loaded->serialize(), json);
             QCOMPARE(loaded->copy()->Document::serialize(), document->Document::serialize());
         }
+        respectsAccess(document, base.propertyCount());
+    }
+
+    /// What it holds cannot be read without ReadAccess, nor written without WriteAccess.
+    void respectsAccess(Document *document, int firstProperty)
+    {
+        Document *empty = make(document->type());
+        for (LinkedDocument *each : m_context->dirtyDocuments()) {
+            each->markClean("1-x"_s, each->changeSequenceNumber(), {});
+        }
+        const QJsonObject content = document->serialize();
+        const QJsonObject emptyContent = empty->serialize();
+        const auto setLevels = [&](Document::AccessLevel level) {
+            m_context->setLevel(document->documentId(), level);
+            m_context->setLevel(empty->documentId(), level);
+            processEvents();
+        };
+        for (int i = firstProperty; i < document->metaObject()->propertyCount(); ++i) {
+            const QMetaProperty property = document->metaObject()->property(i);
+            const QByteArray name = property.name();
+            const QVariant value = property.read(document);
+            setLevels(Document::NoAccess);
+            if (property.isStored() && name != "proxyColor" && name != "swatches") {
+                QVERIFY2(property.read(document) == property.read(empty), property.name());
+            }
+            setLevels(Document::ReadAccess);
+            if (property.isWritable()) {
+                property.write(empty, value);
+                property.write(document, property.read(empty));
+            }
+            setLevels(Document::WriteAccess);
+        }
+        QCOMPARE(document->serialize(), content);
+        QCOMPARE(empty->serialize(), emptyContent);
     }
 
     // The sample content is what its classes would store themselves: when a document is saved,
@@ -137,9 +186,9 @@ private Q_SLOTS:
         QVERIFY(stored.size() > 60);
         // The catalogue refers to all others, which are built in slices.
         QVERIFY(m_context->loadedDocument("sample.catalogue"_s));
-        QTRY_COMPARE(m_context->documents().size(), stored.size());
+        QTRY_COMPARE(ownDocuments(m_context->documents()).size(), stored.size());
         m_context->finishIncubation();
-        for (Document *document : m_context->documents()) {
+        for (Document *document : ownDocuments(m_context->documents())) {
             QJsonObject before = stored.value(document->documentId()).toObject();
             before.remove("_attachments"_s); // not ours to write
             before.insert("creationVersion"_s, vo::Version::currentVersion().versionString());

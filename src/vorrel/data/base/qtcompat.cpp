@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/base/qtcompat_p.h>
 
+#include <QtGui/QImageReader>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -19,6 +21,8 @@ void setStoredFontWeight(QFont &font, int weight)
 {
     font.setWeight(std::clamp(weight, 0, 99));
 }
+
+void raiseImageAllocationLimit(int /*mebibytes*/) { }
 
 #else
 
@@ -60,6 +64,14 @@ void setStoredFontWeight(QFont &font, int weight)
 {
     const int known = std::clamp(weight, 0, 99);
     font.setWeight(QFont::Weight(nearest(known, &WeightPair::stored).qt6));
+}
+
+void raiseImageAllocationLimit(int mebibytes)
+{
+    const int present = QImageReader::allocationLimit();
+    if (present != 0 && (mebibytes == 0 || mebibytes > present)) {
+        QImageReader::setAllocationLimit(mebibytes);
+    }
 }
 
 #endif

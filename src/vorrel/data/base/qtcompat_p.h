@@ -18,4 +18,8 @@ using ListSize =
 int storedFontWeight(const QFont &font);
 void setStoredFontWeight(QFont &font, int weight);
 
+/// Qt 6 reads no image beyond a limit of its own, which is one for the whole program: after this it
+/// is \p mebibytes at least. Qt 5 has none, as both have for 0.
+void raiseImageAllocationLimit(int mebibytes);
+
 } // namespace vo::data::qtcompat

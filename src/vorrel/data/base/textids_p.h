@@ -17,6 +17,13 @@ constexpr char networkErrorPrefix[] = "error.network.";
 /// A file cannot be shown, because its download failed.
 constexpr char attachmentError[] = "error.attachment";
 
+/// The labels of the folders that every Context has.
+constexpr char mediaRootFolder[] = "folder.mediaRoot";
+constexpr char mediaPresetFolder[] = "folder.mediaPresets";
+
+/// The style of a font; a word of its English name in lower case follows.
+constexpr char fontStylePrefix[] = "fontstyle.";
+
 /// A link was refused because it would have closed a cycle. Parameters: "source", "target",
 /// "cycle".
 constexpr char dependencyCycle[] = "vorrel.error.DependencyCycle";
