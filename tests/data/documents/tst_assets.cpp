@@ -9,6 +9,7 @@
 #include <vorrel/core/locations.h>
 #include <vorrel/data/documents/fontasset.h>
 #include <vorrel/data/documents/imageasset.h>
+#include <vorrel/data/documents/imageimporter.h>
 #include <vorrel/data/documents/mediaassetcustomfolder.h>
 #include <vorrel/data/documents/mediaassetrootfolder.h>
 #include <vorrel/data/documents/pdfasset.h>
@@ -196,6 +197,39 @@ private Q_SLOTS:
             QCOMPARE(asset->isValid(), mebibytes != 1);
         }
         ImageAsset::setDecodedLimit(limit);
+    }
+
+    void manyFilesAreImportedAsEachAlone()
+    {
+        const QStringList suffixes = "png jpg bmp webp svg txt"_l;
+        QList<QUrl> files { QUrl::fromLocalFile(m_directory.path()) };
+        for (int i = 0; i < 200; ++i) {
+            const QString name = "%1.%2"_s.arg(i).arg(suffixes.at(i % 6));
+            files << (i % 6 == 5
+                          ? write(name, name.toUtf8())
+                          : write(name,
+                                  filled(i * 10 + 1, 2000 - i * 9, QColor::fromHsv(i, 99, 99))));
+        }
+        ImageImporter importer;
+        importer.setContext(m_context.get());
+        importer.setFolder(MediaAssetFolder::root(m_context.get()));
+        importer.add(files);
+        importer.cancel();
+        QHash<QUrl, ImageAsset *> images;
+        connect(&importer, &ImageImporter::imported, this,
+                [&](const QUrl &file, ImageAsset *image) { images.insert(file, image); });
+        const QSignalSpy failed(&importer, &ImageImporter::failed);
+        const QSignalSpy finished(&importer, &ImageImporter::finished);
+        importer.add(files);
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 60000);
+        QVERIFY(images.size() == 200 && failed.count() == 1 && importer.progress() == 1);
+        for (const QUrl &file : files.mid(1)) {
+            auto *alone = m_context->create<ImageAsset>();
+            alone->setParentFolder(nullptr);
+            alone->setFile(file);
+            QCOMPARE(images.value(file)->Document::serialize(), alone->Document::serialize());
+            QCOMPARE(alone->hash().toLatin1(), md5(contentOf(file)));
+        }
     }
 
     void imagesMayDieWhileTheirFileIsSet()

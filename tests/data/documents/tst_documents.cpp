@@ -9,8 +9,10 @@
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
+#include <vorrel/data/documents/country.h>
 #include <vorrel/data/documents/device.h>
 #include <vorrel/data/documents/keyvaluestore.h>
+#include <vorrel/data/documents/language.h>
 #include <vorrel/data/documents/product.h>
 #include <vorrel/data/properties/langstring.h>
 
@@ -50,6 +52,9 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     }
     if (document.attachment(QString::fromLatin1(property.name()))) {
         return "d41d8cd98f00b204e9800998ecf8427e"_s;
+    }
+    if (qobject_cast<const Country *>(&document)) {
+        return "AT"_s;
     }
     if (qobject_cast<const LangString *>(&document)) {
         return texts;
@@ -243,6 +248,44 @@ private Q_SLOTS:
         QVERIFY(product->setPrice("DE"_s, 11) && !product->setPrice("DE"_s, 11));
         QCOMPARE(product->prices(), R"({"AT": 12.5, "DE": 11})"_json);
         QCOMPARE(product->price() + product->getPrice("DE"_s) + product->getPrice("IT"_s), 23.5);
+    }
+
+    void itemsFollowTheImageThatStandsForThem()
+    {
+        auto *product = m_context->create<Product>();
+        auto *image = m_context->create<ImageAsset>("i"_s);
+        const QSignalSpy told(product, &CatalogItem::primaryImageChanged);
+        QVERIFY(product->setPrimaryImage(image) && !product->setPrimaryImage(image));
+        QCOMPARE(product->serialize().value("images"_s), (QJsonObject { { "primary"_s, "i"_s } }));
+        image->remove();
+        QVERIFY(!product->primaryImage() && told.count() == 2);
+    }
+
+    void countriesAndLanguagesHaveNames()
+    {
+        const LogCapture log;
+        auto *country = m_context->create<Country>();
+        auto *language = m_context->create<Language>();
+        const QSignalSpy named(country, &Country::nameChanged);
+        QVERIFY(country->name().isEmpty() && country->nativeName().isEmpty());
+        QVERIFY(country->setCode("at"_s) && !country->setCode("AT"_s) && !country->setCode("ZZ"_s));
+        QVERIFY(log.contains("vorrel.data|warning|Invalid country code: ZZ"_s));
+        QCOMPARE(country->code() + country->nativeName(), "ATÖsterreich"_s);
+        QCOMPARE(country->flag(), QUrl("qrc:/data/lib/images/flags/AT.svg"_s));
+        QVERIFY(country->name() == "Austria"_s && named.count() == 1);
+        for (const QString &code : Country::knownCodes()) {
+            country->setCode(code);
+            QVERIFY2(country->name().size() > 2 && !country->name().contains("name."_s),
+                     qPrintable(code));
+        }
+        QCOMPARE(Country::knownCodes().size(), 249);
+        country->assignData({ { "code"_s, "nowhere"_s } });
+        QVERIFY(country->name().isEmpty() && country->flag().isEmpty());
+        for (const QString &row :
+             "de German DE.svg|el Modern Greek GR.svg|eo Esperanto |xx xx "_lines) {
+            language->setCode(row.left(2));
+            QCOMPARE(row.left(3) + language->name() + " "_s + language->flag().fileName(), row);
+        }
     }
 
     void devicesTellTheNameOfTheirLocation()

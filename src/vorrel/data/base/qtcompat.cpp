@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/base/qtcompat_p.h>
 
+#include <QtCore/QHash>
+#include <QtCore/QLocale>
 #include <QtGui/QImageReader>
 
 #include <algorithm>
@@ -23,6 +25,22 @@ void setStoredFontWeight(QFont &font, int weight)
 }
 
 void raiseImageAllocationLimit(int /*mebibytes*/) { }
+
+namespace {
+
+using Territory = QLocale::Country;
+
+Territory territoryOf(const QLocale &locale)
+{
+    return locale.country();
+}
+
+QString nativeNameOf(const QLocale &locale)
+{
+    return locale.nativeCountryName();
+}
+
+} // namespace
 
 #else
 
@@ -74,6 +92,40 @@ void raiseImageAllocationLimit(int mebibytes)
     }
 }
 
+namespace {
+
+using Territory = QLocale::Territory;
+
+Territory territoryOf(const QLocale &locale)
+{
+    return locale.territory();
+}
+
+QString nativeNameOf(const QLocale &locale)
+{
+    return locale.nativeTerritoryName();
+}
+
+} // namespace
+
 #endif
+
+QString nativeTerritoryName(const QString &code)
+{
+    // Qt tells the codes only as parts of the names of locales.
+    static const QHash<QString, Territory> territories = [] {
+        QHash<QString, Territory> byCode;
+        const QList<QLocale> all =
+            QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, Territory {});
+        for (const QLocale &locale : all) {
+            byCode.insert(locale.name().section(QLatin1Char('_'), -1), territoryOf(locale));
+        }
+        return byCode;
+    }();
+    const auto found = territories.constFind(code);
+    return found == territories.constEnd()
+        ? QString()
+        : nativeNameOf(QLocale(QLocale::AnyLanguage, QLocale::AnyScript, *found));
+}
 
 } // namespace vo::data::qtcompat

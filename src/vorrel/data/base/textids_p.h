@@ -24,6 +24,10 @@ constexpr char mediaPresetFolder[] = "folder.mediaPresets";
 /// The style of a font; a word of its English name in lower case follows.
 constexpr char fontStylePrefix[] = "fontstyle.";
 
+/// The names of countries and languages; their codes follow.
+constexpr char countryNamePrefix[] = "countryname.";
+constexpr char languageNamePrefix[] = "languagename.";
+
 /// A link was refused because it would have closed a cycle. Parameters: "source", "target",
 /// "cycle".
 constexpr char dependencyCycle[] = "vorrel.error.DependencyCycle";

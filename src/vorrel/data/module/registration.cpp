@@ -12,6 +12,7 @@
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
+#include <vorrel/data/documents/country.h>
 #include <vorrel/data/documents/customer.h>
 #include <vorrel/data/documents/device.h>
 #include <vorrel/data/documents/fontasset.h>
@@ -21,6 +22,7 @@
 #include <vorrel/data/documents/imageeffectparameters.h>
 #include <vorrel/data/documents/jsonasset.h>
 #include <vorrel/data/documents/keyvaluestore.h>
+#include <vorrel/data/documents/language.h>
 #include <vorrel/data/documents/location.h>
 #include <vorrel/data/documents/mediaassetcustomfolder.h>
 #include <vorrel/data/documents/mediaassetpresetfolder.h>
@@ -70,6 +72,8 @@ void registerDocuments(TypeRegistry &registry)
     registry.addLinked<MediaAssetRootFolder>();
     registry.addLinked<KeyValueStore>();
     registry.addInline<ImageEffectParameters>();
+    registry.addLinked<Language>();
+    registry.addLinked<Country>();
     registry.addLinked<Location>();
     registry.addLinked<Product>();
     registry.addLinked<ProductGroup>();
