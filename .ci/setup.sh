@@ -16,7 +16,7 @@ setup()
                 tools+=("cmake 3.25 cmake" "ninja 0 ninja-build" "c++ 9 build-essential"
                     "ccache 0 ccache")
                 # Qt Quick shows no text without a font, and Qt knows MIME types from this list only.
-                packages+=(fonts-dejavu-core liblz4-dev shared-mime-info strace)
+                packages+=(fonts-dejavu-core iso-codes liblz4-dev shared-mime-info strace)
                 ;;
             qt6)
                 packages+=(qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools
@@ -24,12 +24,14 @@ setup()
                     qml6-module-qtqml-models qml6-module-qtqml-workerscript
                     qml6-module-qtquick qml6-module-qtquick-controls
                     qml6-module-qtquick-layouts qml6-module-qtquick-templates
-                    qml6-module-qtquick-window qml6-module-qttest)
+                    qml6-module-qtquick-window qml6-module-qttest
+                    libqt6svg6 qt6-image-formats-plugins)
                 ;;
             qt5)
                 packages+=(qtbase5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
                     qtpositioning5-dev qttools5-dev-tools qml-module-qtquick-controls2
-                    qml-module-qtquick-layouts qml-module-qtquick2 qml-module-qttest)
+                    qml-module-qtquick-layouts qml-module-qtquick2 qml-module-qttest
+                    libqt5svg5 qt5-image-formats-plugins)
                 ;;
             # Debian's npm conflicts with a Node from elsewhere, which usually brings its own.
             server) tools+=("node 18 nodejs" "npm 0 npm") ;;

@@ -193,5 +193,61 @@
         <source>The request to the server has failed.</source>
         <translation>Die Anfrage an den Server ist fehlgeschlagen.</translation>
     </message>
+    <message id="folder.mediaRoot">
+        <source>Media</source>
+        <translation>Medien</translation>
+    </message>
+    <message id="folder.mediaPresets">
+        <source>Media used by presets</source>
+        <translation>Von Vorlagen verwendete Medien</translation>
+    </message>
+    <message id="fontstyle.black">
+        <source>Black</source>
+        <translation>Extrafett</translation>
+    </message>
+    <message id="fontstyle.bold">
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message id="fontstyle.condensed">
+        <source>Condensed</source>
+        <translation>Schmal</translation>
+    </message>
+    <message id="fontstyle.extrabold">
+        <source>Extra Bold</source>
+        <translation>Extrafett</translation>
+    </message>
+    <message id="fontstyle.extralight">
+        <source>Extra Light</source>
+        <translation>Extraleicht</translation>
+    </message>
+    <message id="fontstyle.italic">
+        <source>Italic</source>
+        <translation>Kursiv</translation>
+    </message>
+    <message id="fontstyle.light">
+        <source>Light</source>
+        <translation>Leicht</translation>
+    </message>
+    <message id="fontstyle.medium">
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message id="fontstyle.oblique">
+        <source>Oblique</source>
+        <translation>Schräg</translation>
+    </message>
+    <message id="fontstyle.regular">
+        <source>Regular</source>
+        <translation>Normal</translation>
+    </message>
+    <message id="fontstyle.semibold">
+        <source>Semi Bold</source>
+        <translation>Halbfett</translation>
+    </message>
+    <message id="fontstyle.thin">
+        <source>Thin</source>
+        <translation>Dünn</translation>
+    </message>
 </context>
 </TS>

@@ -193,5 +193,61 @@
         <source>The request to the server has failed.</source>
         <translation>The request to the server has failed.</translation>
     </message>
+    <message id="folder.mediaRoot">
+        <source>Media</source>
+        <translation>Media</translation>
+    </message>
+    <message id="folder.mediaPresets">
+        <source>Media used by presets</source>
+        <translation>Media used by presets</translation>
+    </message>
+    <message id="fontstyle.black">
+        <source>Black</source>
+        <translation>Black</translation>
+    </message>
+    <message id="fontstyle.bold">
+        <source>Bold</source>
+        <translation>Bold</translation>
+    </message>
+    <message id="fontstyle.condensed">
+        <source>Condensed</source>
+        <translation>Condensed</translation>
+    </message>
+    <message id="fontstyle.extrabold">
+        <source>Extra Bold</source>
+        <translation>Extra Bold</translation>
+    </message>
+    <message id="fontstyle.extralight">
+        <source>Extra Light</source>
+        <translation>Extra Light</translation>
+    </message>
+    <message id="fontstyle.italic">
+        <source>Italic</source>
+        <translation>Italic</translation>
+    </message>
+    <message id="fontstyle.light">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="fontstyle.medium">
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message id="fontstyle.oblique">
+        <source>Oblique</source>
+        <translation>Oblique</translation>
+    </message>
+    <message id="fontstyle.regular">
+        <source>Regular</source>
+        <translation>Regular</translation>
+    </message>
+    <message id="fontstyle.semibold">
+        <source>Semi Bold</source>
+        <translation>Semi Bold</translation>
+    </message>
+    <message id="fontstyle.thin">
+        <source>Thin</source>
+        <translation>Thin</translation>
+    </message>
 </context>
 </TS>

@@ -11,13 +11,14 @@ const docs = readdirSync(folder)
   .filter((name) => name.endsWith('.json'))
   .flatMap((name) => JSON.parse(readFileSync(new URL(name, folder), 'utf8')));
 const ids = docs.map((doc) => doc._id);
-const LINKS = ['location', 'parentGroup', 'primaryImage', 'productGroup', 'tagGroup'];
+const LINKS = ['location', 'parentGroup', 'productGroup', 'tagGroup'];
 const REFERENCE = /^\$ref\(0,([\w.-]+)\)$/;
 
 /** Ids of all documents that the properties and the structs of a document name, sorted, once each. */
 function namedDocuments(doc) {
   const links = LINKS.flatMap((field) => doc[field] ?? []);
-  return [...new Set([...links, ...structReferences(doc)])].sort();
+  const images = Object.values(doc.images ?? {});
+  return [...new Set([...links, ...images, ...structReferences(doc)])].sort();
 }
 
 function structReferences(doc) {

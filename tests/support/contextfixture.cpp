@@ -18,6 +18,8 @@
 #include <QtCore/QTimerEvent>
 #include <QtCore/QUuid>
 
+#include <algorithm>
+
 namespace vo::test {
 
 namespace {
@@ -36,6 +38,16 @@ struct TickFilter : QObject
 };
 
 } // namespace
+
+QList<data::Document *> ownDocuments(QList<data::Document *> documents)
+{
+    const auto internal =
+        std::remove_if(documents.begin(), documents.end(), [](data::Document *document) {
+            return document->storageFlags().testFlag(data::Document::CreatedInternally);
+        });
+    documents.erase(internal, documents.end());
+    return documents;
+}
 
 void processEvents()
 {

@@ -66,6 +66,9 @@ private:
     std::unique_ptr<data::Context> m_context;
 };
 
+/// Those of \p documents that not every Context has from its start.
+[[nodiscard]] QList<data::Document *> ownDocuments(QList<data::Document *> documents);
+
 /// Turns the event loop some times, and deletes what is to be deleted later.
 void processEvents();
 

@@ -9,8 +9,10 @@
 #include <vorrel/data/core/typeregistry_p.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
+#include <vorrel/data/documents/country.h>
 #include <vorrel/data/documents/device.h>
 #include <vorrel/data/documents/keyvaluestore.h>
+#include <vorrel/data/documents/language.h>
 #include <vorrel/data/documents/product.h>
 #include <vorrel/data/properties/langstring.h>
 
@@ -31,10 +33,18 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     static const auto coordinate = R"({"lat": 48.2, "lon": 16.37})"_json;
     static const auto texts = R"({"de": "a text"})"_json;
     static const QHash<QByteArray, QJsonValue> samples {
-        { "QString", "a text"_s },        { "QUrl", "http://a.test/b"_s },
-        { "QJsonObject", coordinate },    { "QStringList", QJsonArray { "a"_s, "b"_s } },
-        { "QGeoCoordinate", coordinate }, { "QJsonArray", QJsonArray { "#ff0000"_s } },
-        { "QSize", QJsonArray { 3, 2 } }, { "double", 2.5 }
+        { "QString", "a text"_s },
+        { "QUrl", "http://a.test/b"_s },
+        { "QJsonObject", coordinate },
+        { "QStringList", QJsonArray { "a"_s, "b"_s } },
+        { "QGeoCoordinate", coordinate },
+        { "QJsonArray", QJsonArray { "#ff0000"_s } },
+        { "QSize", QJsonArray { 3, 2 } },
+        { "QColor", "#123456"_s },
+        { "double", 2.5 },
+        { "float", 2.5 },
+        { "int", 7 },
+        { "bool", true }
     };
     const QByteArray type = property.typeName();
     if (type.endsWith('*') || type.startsWith("QQmlListProperty") || type == "QVariantMap") {
@@ -42,6 +52,9 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     }
     if (document.attachment(QString::fromLatin1(property.name()))) {
         return "d41d8cd98f00b204e9800998ecf8427e"_s;
+    }
+    if (qobject_cast<const Country *>(&document)) {
+        return "AT"_s;
     }
     if (qobject_cast<const LangString *>(&document)) {
         return texts;
@@ -104,8 +117,15 @@ private Q_SLOTS:
             }
             QVERIFY2(property.read(document) != property.read(other), property.name());
             if (property.isWritable()) {
+                const QJsonValue former = other->serialize().value(name);
+                m_context->recording = true;
                 QVERIFY(property.write(other, property.read(document)));
                 QCOMPARE(other->serialize().value(name), sample);
+                m_context->undo();
+                QCOMPARE(other->serialize().value(name), former);
+                m_context->redo();
+                QCOMPARE(other->serialize().value(name), sample);
+                m_context->recording = false;
             }
         }
         QCOMPARE(document->Document::serialize().size(), count);
@@ -116,6 +136,40 @@ private Q_SLOTS:
             QCOMPARE(loaded->serialize(), json);
             QCOMPARE(loaded->copy()->Document::serialize(), document->Document::serialize());
         }
+        respectsAccess(document, base.propertyCount());
+    }
+
+    /// What it holds cannot be read without ReadAccess, nor written without WriteAccess.
+    void respectsAccess(Document *document, int firstProperty)
+    {
+        Document *empty = make(document->type());
+        for (LinkedDocument *each : m_context->dirtyDocuments()) {
+            each->markClean("1-x"_s, each->changeSequenceNumber(), {});
+        }
+        const QJsonObject content = document->serialize();
+        const QJsonObject emptyContent = empty->serialize();
+        const auto setLevels = [&](Document::AccessLevel level) {
+            m_context->setLevel(document->documentId(), level);
+            m_context->setLevel(empty->documentId(), level);
+            processEvents();
+        };
+        for (int i = firstProperty; i < document->metaObject()->propertyCount(); ++i) {
+            const QMetaProperty property = document->metaObject()->property(i);
+            const QByteArray name = property.name();
+            const QVariant value = property.read(document);
+            setLevels(Document::NoAccess);
+            if (property.isStored() && name != "proxyColor" && name != "swatches") {
+                QVERIFY2(property.read(document) == property.read(empty), property.name());
+            }
+            setLevels(Document::ReadAccess);
+            if (property.isWritable()) {
+                property.write(empty, value);
+                property.write(document, property.read(empty));
+            }
+            setLevels(Document::WriteAccess);
+        }
+        QCOMPARE(document->serialize(), content);
+        QCOMPARE(empty->serialize(), emptyContent);
     }
 
     // The sample content is what its classes would store themselves: when a document is saved,
@@ -139,7 +193,7 @@ private Q_SLOTS:
             QVERIFY2(m_context->loadedDocument(id), qPrintable(id));
         }
         m_context->finishIncubation();
-        for (Document *document : m_context->documents()) {
+        for (Document *document : ownDocuments(m_context->documents())) {
             QJsonObject before = stored.value(document->documentId()).toObject();
             before.remove("_attachments"_s); // not ours to write
             before.insert("creationVersion"_s, vo::Version::currentVersion().versionString());
@@ -194,6 +248,44 @@ private Q_SLOTS:
         QVERIFY(product->setPrice("DE"_s, 11) && !product->setPrice("DE"_s, 11));
         QCOMPARE(product->prices(), R"({"AT": 12.5, "DE": 11})"_json);
         QCOMPARE(product->price() + product->getPrice("DE"_s) + product->getPrice("IT"_s), 23.5);
+    }
+
+    void itemsFollowTheImageThatStandsForThem()
+    {
+        auto *product = m_context->create<Product>();
+        auto *image = m_context->create<ImageAsset>("i"_s);
+        const QSignalSpy told(product, &CatalogItem::primaryImageChanged);
+        QVERIFY(product->setPrimaryImage(image) && !product->setPrimaryImage(image));
+        QCOMPARE(product->serialize().value("images"_s), (QJsonObject { { "primary"_s, "i"_s } }));
+        image->remove();
+        QVERIFY(!product->primaryImage() && told.count() == 2);
+    }
+
+    void countriesAndLanguagesHaveNames()
+    {
+        const LogCapture log;
+        auto *country = m_context->create<Country>();
+        auto *language = m_context->create<Language>();
+        const QSignalSpy named(country, &Country::nameChanged);
+        QVERIFY(country->name().isEmpty() && country->nativeName().isEmpty());
+        QVERIFY(country->setCode("at"_s) && !country->setCode("AT"_s) && !country->setCode("ZZ"_s));
+        QVERIFY(log.contains("vorrel.data|warning|Invalid country code: ZZ"_s));
+        QCOMPARE(country->code() + country->nativeName(), "ATÖsterreich"_s);
+        QCOMPARE(country->flag(), QUrl("qrc:/data/lib/images/flags/AT.svg"_s));
+        QVERIFY(country->name() == "Austria"_s && named.count() == 1);
+        for (const QString &code : Country::knownCodes()) {
+            country->setCode(code);
+            QVERIFY2(country->name().size() > 2 && !country->name().contains("name."_s),
+                     qPrintable(code));
+        }
+        QCOMPARE(Country::knownCodes().size(), 249);
+        country->assignData({ { "code"_s, "nowhere"_s } });
+        QVERIFY(country->name().isEmpty() && country->flag().isEmpty());
+        for (const QString &row :
+             "de German DE.svg|el Modern Greek GR.svg|eo Esperanto |xx xx "_lines) {
+            language->setCode(row.left(2));
+            QCOMPARE(row.left(3) + language->name() + " "_s + language->flag().fileName(), row);
+        }
     }
 
     void devicesTellTheNameOfTheirLocation()

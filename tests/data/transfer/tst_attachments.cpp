@@ -74,6 +74,7 @@ private Q_SLOTS:
     {
         vo::Locations::setCacheLocation(m_directory.path());
         AttachmentStore::init();
+        registerDocument<Asset>();
         registerDocument<Clip>();
     }
 

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/base/qtcompat_p.h>
 
+#include <QtCore/QHash>
+#include <QtCore/QLocale>
+#include <QtGui/QImageReader>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -24,6 +28,24 @@ quint16 checksum(const QByteArray &bytes)
 {
     return qChecksum(bytes.constData(), uint(bytes.size()));
 }
+
+void raiseImageAllocationLimit(int /*mebibytes*/) { }
+
+namespace {
+
+using Territory = QLocale::Country;
+
+Territory territoryOf(const QLocale &locale)
+{
+    return locale.country();
+}
+
+QString nativeNameOf(const QLocale &locale)
+{
+    return locale.nativeCountryName();
+}
+
+} // namespace
 
 #else
 
@@ -72,6 +94,48 @@ quint16 checksum(const QByteArray &bytes)
     return qChecksum(bytes);
 }
 
+void raiseImageAllocationLimit(int mebibytes)
+{
+    const int present = QImageReader::allocationLimit();
+    if (present != 0 && (mebibytes == 0 || mebibytes > present)) {
+        QImageReader::setAllocationLimit(mebibytes);
+    }
+}
+
+namespace {
+
+using Territory = QLocale::Territory;
+
+Territory territoryOf(const QLocale &locale)
+{
+    return locale.territory();
+}
+
+QString nativeNameOf(const QLocale &locale)
+{
+    return locale.nativeTerritoryName();
+}
+
+} // namespace
+
 #endif
+
+QString nativeTerritoryName(const QString &code)
+{
+    // Qt tells the codes only as parts of the names of locales.
+    static const QHash<QString, Territory> territories = [] {
+        QHash<QString, Territory> byCode;
+        const QList<QLocale> all =
+            QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, Territory {});
+        for (const QLocale &locale : all) {
+            byCode.insert(locale.name().section(QLatin1Char('_'), -1), territoryOf(locale));
+        }
+        return byCode;
+    }();
+    const auto found = territories.constFind(code);
+    return found == territories.constEnd()
+        ? QString()
+        : nativeNameOf(QLocale(QLocale::AnyLanguage, QLocale::AnyScript, *found));
+}
 
 } // namespace vo::data::qtcompat

@@ -21,4 +21,11 @@ void setStoredFontWeight(QFont &font, int weight);
 /// The CRC-16 of the bytes.
 quint16 checksum(const QByteArray &bytes);
 
+/// What its people call the country of a code of ISO 3166-1; empty if Qt does not know it.
+QString nativeTerritoryName(const QString &code);
+
+/// Qt 6 reads no image beyond a limit of its own, which is one for the whole program: after this it
+/// is \p mebibytes at least. Qt 5 has none, as both have for 0.
+void raiseImageAllocationLimit(int mebibytes);
+
 } // namespace vo::data::qtcompat

@@ -17,6 +17,17 @@ constexpr char networkErrorPrefix[] = "error.network.";
 /// A file cannot be shown, because its download failed.
 constexpr char attachmentError[] = "error.attachment";
 
+/// The labels of the folders that every Context has.
+constexpr char mediaRootFolder[] = "folder.mediaRoot";
+constexpr char mediaPresetFolder[] = "folder.mediaPresets";
+
+/// The style of a font; a word of its English name in lower case follows.
+constexpr char fontStylePrefix[] = "fontstyle.";
+
+/// The names of countries and languages; their codes follow.
+constexpr char countryNamePrefix[] = "countryname.";
+constexpr char languageNamePrefix[] = "languagename.";
+
 /// A link was refused because it would have closed a cycle. Parameters: "source", "target",
 /// "cycle".
 constexpr char dependencyCycle[] = "vorrel.error.DependencyCycle";

@@ -105,6 +105,10 @@ constexpr std::chrono::seconds strayFileAge = 24h;
 /// Bytes of an attachment that are in memory while it is copied. Larger saves system calls.
 constexpr std::size_t attachmentCopySize = std::size_t(1024) * 1024;
 
+/// Largest image that is read, in MiB of decoded pixels. Larger lets a header that lies take as
+/// much memory.
+constexpr int decodedImageLimit = 512;
+
 /// Base64 text of attachments that goes inside a document when it is uploaded, in bytes. Larger
 /// saves requests and takes more memory.
 constexpr qint64 inlineAttachmentLimit = 5LL * 1024 * 1024;

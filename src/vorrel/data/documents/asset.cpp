@@ -47,7 +47,7 @@ void Asset::setFile(const QUrl &localFile)
     }
     const QString path = localFile.toLocalFile();
     const QPointer<Asset> self(this);
-    d->fileName.set(QFileInfo(path).fileName());
+    setFileName(QFileInfo(path).fileName());
     if (self) {
         setFile(hash, MimeMap::mimeTypeForFile(path));
     }
@@ -56,6 +56,11 @@ void Asset::setFile(const QUrl &localFile)
 void Asset::setFile(const QByteArray &hash, const QByteArray &mimeType)
 {
     d->file.set(hash, mimeType);
+}
+
+void Asset::setFileName(const QString &name)
+{
+    d->fileName.set(name);
 }
 
 QString Asset::hash() const

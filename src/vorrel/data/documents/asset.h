@@ -53,6 +53,9 @@ Q_SIGNALS:
     void localFileChanged();
 
 protected:
+    /// An edit.
+    void setFileName(const QString &name);
+
     /// The last step of setFile(): the file of this \p hash, in 16 bytes, is in the store.
     virtual void setFile(const QByteArray &hash, const QByteArray &mimeType);
 

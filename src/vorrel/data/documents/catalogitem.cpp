@@ -4,12 +4,14 @@
 
 #include <vorrel/data/properties/langstringproperty.h>
 #include <vorrel/data/properties/linkeddocumentmapproperty.h>
-#include <vorrel/data/properties/linkeddocumentproperty.h>
+
+#include <optional>
 
 namespace vo::data {
 
 namespace {
 constexpr bool multiline = true;
+constexpr QLatin1String primaryKey("primary");
 } // namespace
 
 struct CatalogItem::Private
@@ -18,20 +20,20 @@ struct CatalogItem::Private
     LangStringProperty name { "name", q };
     LangStringProperty description { "description", q, multiline };
     LinkedDocumentMapProperty<ImageAsset> images { "images", q };
-    LinkedDocumentProperty<ImageAsset> primaryImage { "primaryImage", q };
+    std::optional<QByteArray> primaryId {}; // as last told
 };
 
 CatalogItem::CatalogItem(Context *context)
     : LinkedDocument(context)
     , d(new Private { this })
-{ }
+{
+    connect(this, &CatalogItem::imagesChanged, this, &CatalogItem::updatePrimaryImage);
+}
 
 CatalogItem::~CatalogItem() = default;
 
 VO_DEFINE_PROPERTY(CatalogItem, QString, name, setName)
 VO_DEFINE_PROPERTY(CatalogItem, QString, description, setDescription)
-
-VO_DEFINE_PROPERTY(CatalogItem, vo::data::ImageAsset *, primaryImage, setPrimaryImage)
 
 QVariantMap CatalogItem::images() const
 {
@@ -41,6 +43,26 @@ QVariantMap CatalogItem::images() const
         images.insert(it.key(), QVariant::fromValue(it.value()));
     }
     return images;
+}
+
+ImageAsset *CatalogItem::primaryImage() const
+{
+    return d->images.value(primaryKey);
+}
+
+bool CatalogItem::setPrimaryImage(ImageAsset *image)
+{
+    return d->images.insert(primaryKey, image);
+}
+
+void CatalogItem::updatePrimaryImage()
+{
+    const ImageAsset *image = primaryImage();
+    const QByteArray id = image ? image->id() : QByteArray();
+    if (d->primaryId != id) {
+        d->primaryId = id;
+        Q_EMIT primaryImageChanged();
+    }
 }
 
 QString CatalogItem::label() const

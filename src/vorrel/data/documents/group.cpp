@@ -3,12 +3,10 @@
 #include <vorrel/data/documents/group.h>
 
 #include <vorrel/data/base/qmlobjectlist_p.h>
+#include <vorrel/data/documents/childlist_p.h>
 #include <vorrel/data/properties/linkeddocumentproperty.h>
 
-#include <QtCore/QPointer>
 #include <QtCore/QSet>
-
-#include <algorithm>
 
 namespace vo::data {
 
@@ -16,6 +14,7 @@ struct Group::Private
 {
     Group *const q;
     LinkedDocumentProperty<Group> parentGroup { "parentGroup", q };
+    ChildList<Group> children {};
 };
 
 Group::Group(Context *context)
@@ -49,17 +48,8 @@ bool Group::acceptsParentGroup(Group *group) const
 
 QList<Group *> Group::childGroups() const
 {
-    QList<Group *> groups;
-    const QList<Document *> referencing = referencingDocuments();
-    for (Document *document : referencing) {
-        auto *group = qobject_cast<Group *>(document);
-        if (group && !group->deleted() && group->parentGroup() == this) {
-            groups.append(group);
-        }
-    }
-    std::sort(groups.begin(), groups.end(),
-              [](const Group *a, const Group *b) { return a->id() < b->id(); });
-    return groups;
+    return d->children.of(this,
+                          [this](const Group *group) { return group->parentGroup() == this; });
 }
 
 QQmlListProperty<Group> Group::childGroupList()
@@ -68,23 +58,31 @@ QQmlListProperty<Group> Group::childGroupList()
         this, [](QObject *group) { return static_cast<Group *>(group)->childGroups(); });
 }
 
+void Group::childMoved()
+{
+    d->children.invalidate();
+    Q_EMIT childGroupsChanged();
+}
+
 // The parent group learns of its children by their links.
 
 void Group::attachDocument(Document *document)
 {
-    const QPointer<Group> target(qobject_cast<Group *>(document));
+    const QPointer<Group> self(this);
+    const QPointer<Document> target(document);
     LinkedDocument::attachDocument(document);
-    if (target) {
-        Q_EMIT target->childGroupsChanged();
+    if (self) {
+        enterParent<Group>(this, target, &Group::childMoved);
     }
 }
 
 void Group::detachDocument(Document *document)
 {
-    const QPointer<Group> target(qobject_cast<Group *>(document));
+    const QPointer<Group> self(this);
+    const QPointer<Document> target(document);
     LinkedDocument::detachDocument(document);
-    if (target) {
-        Q_EMIT target->childGroupsChanged();
+    if (self) {
+        leaveParent<Group>(this, target, &Group::childMoved);
     }
 }
 

@@ -37,6 +37,8 @@ Q_SIGNALS:
     void childGroupsChanged();
 
 private:
+    void childMoved();
+
     struct Private;
     const std::unique_ptr<Private> d;
 };

@@ -14,18 +14,33 @@
 #include <vorrel/data/custom/datafield.h>
 #include <vorrel/data/documents/colorpalette.h>
 #include <vorrel/data/documents/colorswatch.h>
+#include <vorrel/data/documents/country.h>
 #include <vorrel/data/documents/customer.h>
 #include <vorrel/data/documents/device.h>
+#include <vorrel/data/documents/fontasset.h>
 #include <vorrel/data/documents/genericdata.h>
+#include <vorrel/data/documents/htmlasset.h>
 #include <vorrel/data/documents/imageasset.h>
+#include <vorrel/data/documents/imageeffectparameters.h>
+#include <vorrel/data/documents/jsonasset.h>
 #include <vorrel/data/documents/keyvaluestore.h>
+#include <vorrel/data/documents/language.h>
 #include <vorrel/data/documents/location.h>
+#include <vorrel/data/documents/mediaassetcustomfolder.h>
+#include <vorrel/data/documents/mediaassetpresetfolder.h>
+#include <vorrel/data/documents/mediaassetrootfolder.h>
+#include <vorrel/data/documents/pdfasset.h>
 #include <vorrel/data/documents/price.h>
 #include <vorrel/data/documents/product.h>
 #include <vorrel/data/documents/productgroup.h>
 #include <vorrel/data/documents/producttag.h>
+#include <vorrel/data/documents/qmlasset.h>
+#include <vorrel/data/documents/scriptasset.h>
+#include <vorrel/data/documents/stylesheetasset.h>
 #include <vorrel/data/documents/tag.h>
 #include <vorrel/data/documents/taggroup.h>
+#include <vorrel/data/documents/uiimageasset.h>
+#include <vorrel/data/documents/videoasset.h>
 #include <vorrel/data/models/filters/filtercriterion.h>
 #include <vorrel/data/models/sorters/sortcriterion.h>
 #include <vorrel/data/module/texts_p.h>
@@ -43,11 +58,25 @@ namespace {
 // A line for each class. The order decides between classes of one type string: the last one wins.
 void registerDocuments(TypeRegistry &registry)
 {
-    registry.addLinked<Asset>();
-    registry.addLinked<ImageAsset>();
     registry.addLinked<Tag>();
     registry.addInline<LangString>();
+    registry.addLinked<FontAsset>();
+    registry.addLinked<HtmlAsset>();
+    registry.addLinked<ImageAsset>();
+    registry.addLinked<JsonAsset>();
+    registry.addLinked<QmlAsset>();
+    registry.addLinked<ScriptAsset>();
+    registry.addLinked<StyleSheetAsset>();
+    registry.addLinked<UiImageAsset>();
+    registry.addLinked<VideoAsset>();
+    registry.addLinked<PdfAsset>();
+    registry.addLinked<MediaAssetCustomFolder>();
+    registry.addLinked<MediaAssetPresetFolder>();
+    registry.addLinked<MediaAssetRootFolder>();
     registry.addLinked<KeyValueStore>();
+    registry.addInline<ImageEffectParameters>();
+    registry.addLinked<Language>();
+    registry.addLinked<Country>();
     registry.addLinked<Location>();
     registry.addLinked<Product>();
     registry.addLinked<ProductGroup>();
@@ -100,7 +129,8 @@ void _vo_data_registerTypesdata_core()
         vo::data::Texts::install();
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
-            vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch, vo::data::Attachment,
+            vo::data::LinkedDocument, vo::data::Group, vo::data::MediaAsset,
+            vo::data::MediaAssetFolder, vo::data::ColorSwatch, vo::data::Attachment,
             vo::data::FilterCriterion, vo::data::SortCriterion, vo::data::DataField,
             vo::data::CustomData>();
     });

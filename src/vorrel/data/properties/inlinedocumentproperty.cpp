@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/properties/inlinedocumentproperty.h>
 
+#include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/core/genericchange.h>
 
 namespace vo::data {
@@ -35,7 +36,8 @@ void InlineDocumentPropertyBase::fromJson(const QJsonValue &json)
 
 QJsonValue InlineDocumentPropertyBase::toJson() const
 {
-    return m_current ? QJsonValue(m_current->serialize()) : QJsonValue(QJsonValue::Null);
+    const QJsonObject json = m_current ? m_current->serialize() : m_blank;
+    return json == m_blank ? QJsonValue(QJsonValue::Null) : QJsonValue(json);
 }
 
 void InlineDocumentPropertyBase::aggregateReferences(QSet<QString> &ids) const
@@ -52,6 +54,7 @@ bool InlineDocumentPropertyBase::assign(InlineDocument *document)
     }
     const QPointer<Document> guard(d_());
     const QPointer<InlineDocument> former = std::exchange(m_current, document);
+    m_blank = {};
     if (former) {
         release(former);
     }
@@ -92,6 +95,25 @@ bool InlineDocumentPropertyBase::setHeld(InlineDocument *document)
     }
     apply(makeChange(m_current, document));
     return true;
+}
+
+InlineDocument *InlineDocumentPropertyBase::heldOrNew()
+{
+    if (!m_current && !d_()->deleted()) {
+        const QPointer<Document> guard(d_());
+        const QPointer<InlineDocument> made(
+            createInlineDocument({ { jsonkeys::type, documentType() } }));
+        if (!guard) {
+            return nullptr;
+        }
+        m_current = made;
+        if (made) {
+            m_blank = made->serialize();
+            adopt(made);
+        }
+        return guard ? m_current.data() : nullptr;
+    }
+    return m_current;
 }
 
 void InlineDocumentPropertyBase::copy(PropertyBase *source)

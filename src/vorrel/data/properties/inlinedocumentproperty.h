@@ -32,6 +32,11 @@ protected:
     [[nodiscard]] InlineDocument *held() const { return m_current; }
     bool setHeld(InlineDocument *document);
 
+    /// The held document, or else a new one, which nobody is told of: it is no edit, and whoever
+    /// reads the property, perhaps a binding, must not be told inside the read. As long as it is as
+    /// new, null is stored. Null if the document of this property is deleted.
+    [[nodiscard]] InlineDocument *heldOrNew();
+
     /// Takes \p document without recording it. False when nothing changes, or when a slot
     /// destroyed the document of this property.
     bool assign(InlineDocument *document);
@@ -44,6 +49,7 @@ protected:
 
 private:
     QPointer<InlineDocument> m_current;
+    QJsonObject m_blank; // of a document that was made for a reader
 };
 
 /// A stored field that holds one inline document of class \a T, or none.
@@ -57,6 +63,13 @@ public:
     [[nodiscard]] T *get() const
     {
         return this->canRead() ? static_cast<T *>(this->held()) : nullptr;
+    }
+
+    /// For a property that is never null: makes a document if there is none. Null below ReadAccess
+    /// and in a deleted document.
+    [[nodiscard]] T *getOrCreate()
+    {
+        return this->canRead() ? static_cast<T *>(this->heldOrNew()) : nullptr;
     }
 
     /// An edit. False below WriteAccess, for the present document, and for one of another Context

@@ -74,7 +74,8 @@ void PropertyInfo::insert(const QMetaObject *metaObject)
 {
     for (const QMetaObject *meta = metaObject; meta && meta != &QObject::staticMetaObject;
          meta = meta->superClass()) {
-        for (int index = 0; index < meta->propertyCount(); ++index) {
+        // From the end, so that a class may declare a property of its base class anew.
+        for (int index = meta->propertyCount() - 1; index >= 0; --index) {
             const QMetaProperty property = meta->property(index);
             const QByteArray name(property.name());
             InfoCache.try_emplace(Key { meta, name }, name, property);
