@@ -35,6 +35,11 @@ void LinkedDocument::assignCustomData(const QJsonObject &data)
     }
 }
 
+QJsonObject LinkedDocument::customData() const
+{
+    return d->data;
+}
+
 QJsonObject LinkedDocument::getStruct(const QString &key) const
 {
     return accessLevel() < ReadAccess ? QJsonObject() : d->data.value(structKey(key)).toObject();
