@@ -4,11 +4,13 @@
 
 #include "support/literals.h"
 
-#include <vorrel/data/properties/attachment.h>
+#include <vorrel/data/store/attachmentstore.h>
 #include <vorrel/util/crc32.h>
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDataStream>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QtEndian>
 
@@ -34,6 +36,20 @@ const int chunkHeaderSize = 10;
 QByteArray imageChunk()
 {
     return archiveChunk(4, attachmentPayload("file", imageHash, "image/png", image));
+}
+
+/// In the binary form of Qt 5, an object with arrays one inside the other.
+QByteArray nestedArrays(int depth)
+{
+    QByteArray bytes = bytesOf(12U) + bytesOf(0U) + bytesOf(0U);
+    for (int level = 1; level < depth; ++level) {
+        const auto size = quint32(bytes.size());
+        bytes =
+            bytesOf(16 + size) + bytesOf(2U) + bytesOf(12 + size) + bytes + bytesOf(4U | 12U << 5);
+    }
+    const auto size = quint32(bytes.size());
+    return "qbjs" + bytesOf(1U) + bytesOf(24 + size) + bytesOf(3U) + bytesOf(20 + size)
+        + bytesOf(4U | 0x10U | 20U << 5) + QByteArray("\1\0a\0", 4) + bytes + bytesOf(12U);
 }
 
 QList<QByteArray> goodChunks()
@@ -133,7 +149,8 @@ void badGroups(Collection &all)
                                     "{} {}",
                                     "\xff\xfe",
                                     "{\"name\":" + QByteArray(100000, '['),
-                                    "{\"a\":" + QByteArray("{\"a\":").repeated(2000) };
+                                    "{\"a\":" + QByteArray("{\"a\":").repeated(2000),
+                                    nestedArrays(1024) };
     for (const QByteArray &text : texts) {
         for (const int type : { 3, 6 }) {
             all.leftOut("values " + text.left(10) + QByteArray::number(text.size()) + " in a chunk "
@@ -213,8 +230,7 @@ QList<BadArchive> badArchives()
     return all.archives;
 }
 
-QJsonObject contentOf(const data::LinkedDocument *document,
-                      const std::function<QString(const QString &)> &nameOf)
+QJsonObject contentOf(const data::Document *document)
 {
     QJsonObject content = document->serialize();
     for (const QString &key : "_id _rev created edited creationVersion references"_l) {
@@ -224,13 +240,146 @@ QJsonObject contentOf(const data::LinkedDocument *document,
     QSet<QString> ids;
     document->aggregateReferences(ids);
     for (const QString &id : ids) {
-        text.replace(id.toLatin1(), nameOf(id).toLatin1());
+        const data::Document *target = document->context()->loadedDocument(id);
+        text.replace(id.toLatin1(), target ? target->label().toUtf8() : "nothing");
     }
     content = QJsonDocument::fromJson(text).object();
     for (data::Attachment *attachment : document->attachments()) {
         content.insert(attachment->name() + " type"_s, QString::fromLatin1(attachment->mimeType()));
     }
     return content;
+}
+
+Import::Import(data::Context *context)
+{
+    setContext(context);
+    connect(this, &DocumentImporter::importFinished, [this](data::Document *document) {
+        ++ends;
+        result = qobject_cast<data::LinkedDocument *>(document);
+    });
+    connect(this, &DocumentImporter::importFailed, [this] { ++ends; });
+}
+
+data::DocumentImporter::Error Import::run(ContextFixture &fixture, const QUrl &file)
+{
+    importDocument(file);
+    static_cast<void>(fixture.finishLoading());
+    return error();
+}
+
+QByteArray exampleOfPage()
+{
+    const QString page = qEnvironmentVariable("VORREL_SOURCE_DIR") + "/docs/formats/archive.md"_s;
+    QByteArray bytes;
+    for (const QByteArray &line : readAll(QUrl::fromLocalFile(page)).split('\n')) {
+        const bool isDump = line.startsWith("    00") && line.mid(8, 2) == "  ";
+        bytes += isDump ? QByteArray::fromHex(line.mid(10, 48)) : QByteArray();
+    }
+    return bytes;
+}
+
+QByteArray readAll(const QUrl &file)
+{
+    QFile content(file.toLocalFile());
+    return content.open(QIODevice::ReadOnly) ? content.readAll() : QByteArray("unreadable");
+}
+
+void attachContent(data::AttachmentProperty *file, const QByteArray &content)
+{
+    const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Md5);
+    data::AttachmentStore::storeAttachment(content, hash);
+    file->set(hash, "image/png");
+}
+
+Station *makeStations(TestContext &context)
+{
+    auto *root = context.create();
+    auto *next = context.create();
+    auto *exit = context.create();
+    auto *named = context.create();
+    int number = 0;
+    for (Station *station : { root, next, exit, named }) {
+        station->setLabel("station %1"_s.arg(++number));
+    }
+    root->setNumber(3);
+    root->setText("$ref(0,) and \"text\" ä"_s);
+    root->setMoment(QDateTime(QDate(2025, 4, 12), QTime(12, 24), Qt::UTC));
+    root->setTitle("title"_s);
+    root->setStory("story"_s);
+    root->setNext(next);
+    next->setNext(named);
+    root->d->palette.set({ Qt::red, Qt::blue });
+    root->d->prices.set("AT"_s, 2.5);
+    root->d->caption.insert("_"_s, "caption"_s);
+    root->d->notes.insert(root->newNote("one"_s), -1);
+    root->d->notes.insert(root->newNote("two"_s), -1);
+    root->d->exits.insert("north"_s, exit);
+    exit->setStructValue("a"_s, "station"_s, data::LinkedDocument::encodeReference(next));
+    exit->setStructValue("a"_s, "named"_s, data::LinkedDocument::encodeReference(named));
+    exit->setStructValue("a"_s, "list"_s, QJsonArray { named->documentId(), 1, "x"_s });
+    attachContent(&root->d->photo, "photo");
+    attachContent(&next->d->photo, "photo");
+    attachContent(&next->d->film, "film");
+    return root;
+}
+
+QJsonObject storedForm(const data::Document *document)
+{
+    QJsonObject files;
+    for (const data::AttachmentProperty *file : document->attachmentProperties()) {
+        if (!file->rawHash().isEmpty()) {
+            const QByteArray content = readAll(data::AttachmentStore::find(file->rawHash()));
+            files.insert(QString::fromLatin1(file->hash()),
+                         QJsonObject { { "content_type"_s, QString::fromLatin1(file->mimeType()) },
+                                       { "data"_s, QString::fromLatin1(content.toBase64()) } });
+        }
+    }
+    QJsonObject object = document->serialize();
+    object.insert("_attachments"_s, files);
+    return object;
+}
+
+QList<QJsonObject> makeGraph(int stationCount, int imageCount)
+{
+    TestContext context;
+    QList<data::Document *> images;
+    QList<Station *> stations;
+    for (int number = 0; number < imageCount; ++number) {
+        images << context.createDocument("asset:image"_s);
+        static_cast<data::LinkedDocument *>(images.last())->setLabel("image %1"_s.arg(number));
+        attachContent(images.last()->attachmentProperties().constFirst(),
+                      QByteArray(1000 + number, 'x'));
+    }
+    for (int number = 0; number < stationCount; ++number) {
+        stations << static_cast<Station *>(context.createDocument("station"_s));
+        stations.last()->setLabel("station %1"_s.arg(number));
+        stations.last()->setStructValue(
+            "a"_s, "image"_s, data::LinkedDocument::encodeReference(images[number % imageCount]));
+    }
+    for (int number = 1; number < stationCount; ++number) {
+        stations[(number - 1) / 2]->d->exits.insert(QString::number(number), stations[number]);
+        stations[number - 1]->setNext(stations[std::min(number + 100, stationCount - 1)]);
+    }
+    QList<QJsonObject> stored;
+    for (const data::Document *station : std::as_const(stations)) {
+        stored << storedForm(station);
+    }
+    for (const data::Document *image : std::as_const(images)) {
+        stored << storedForm(image);
+    }
+    return stored;
+}
+
+QStringList differences(const QMap<QString, data::Document *> &documents,
+                        const QMap<QString, data::Document *> &others)
+{
+    QStringList labels;
+    for (auto it = documents.begin(); it != documents.end(); ++it) {
+        const data::Document *copy = others.value(it.key());
+        labels << (copy && contentOf(copy) == contentOf(*it) ? QStringList()
+                                                             : QStringList(it.key()));
+    }
+    return documents.size() == others.size() ? labels : labels << "count"_s;
 }
 
 } // namespace vo::test
