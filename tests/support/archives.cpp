@@ -364,8 +364,8 @@ QList<QJsonObject> makeGraph(int stationCount, int imageCount)
     for (const data::Document *station : std::as_const(stations)) {
         stored << storedForm(station);
     }
-    for (const data::Document *image : std::as_const(images)) {
-        stored << storedForm(image);
+    for (const data::Document *picture : std::as_const(images)) {
+        stored << storedForm(picture);
     }
     return stored;
 }

@@ -149,12 +149,12 @@ private Q_SLOTS:
         TestContext context;
         const QUrl file = QUrl::fromLocalFile(m_directory.filePath("kept.vorrel"_s));
         Station *root = context.create();
-        attachContent(&root->d->film, QByteArray(10 * megabyte, 'x'));
+        attachContent(&root->d->film, QByteArray(filmSize, 'x'));
         QVERIFY(root->exportDocument(file));
         const QByteArray former = readAll(file);
         {
             const LogCapture log;
-            const FullDisk disk(megabyte);
+            const FullDisk disk(filmSize / 2);
             QVERIFY(root->exportDocument(file, { "root"_s })); // callers rely on it
             QVERIFY(log.contains("Failed to write archive "_s + file.toLocalFile()));
         }
@@ -235,7 +235,7 @@ private:
         return QUrl::fromLocalFile(file.fileName());
     }
 
-    static constexpr int megabyte = 1024 * 1024;
+    static constexpr int filmSize = 10000000;
     const QTemporaryDir m_directory;
 };
 

@@ -372,22 +372,24 @@ void DocumentImportJob::beginDocument(const QString &type)
 void DocumentImportJob::takeDocument(const QString &type)
 {
     const QPointer<DocumentImportJob> self(this);
-    QPointer<LinkedDocument> document(
+    const QPointer<LinkedDocument> present(
         qobject_cast<LinkedDocument *>(m_context->loadedDocument(m_currentId)));
-    if (self && m_context && !document) {
-        document = LinkedDocument::create(type, m_currentId, m_context);
-    }
-    if (!self || !document) {
+    if (!self || !m_context) {
         return;
     }
-    if (!document->hasType(sharedTypeOf(type))) {
+    if (!present) {
+        const QPointer<LinkedDocument> made(LinkedDocument::create(type, m_currentId, m_context));
+        if (self) {
+            m_current = made;
+        }
+    } else if (!present->hasType(sharedTypeOf(type))) {
         qCCritical(lcData, "Leaving out document %s: here it is a %s and not a %s",
-                   qPrintable(m_currentId), qPrintable(document->type()), qPrintable(type));
-    } else if (document->accessLevel() < Document::WriteAccess) {
+                   qPrintable(m_currentId), qPrintable(present->type()), qPrintable(type));
+    } else if (present->accessLevel() < Document::WriteAccess) {
         qCCritical(lcData, "Leaving out document %s: it must not be written",
                    qPrintable(m_currentId));
     } else {
-        m_current = document;
+        m_current = present;
     }
 }
 
