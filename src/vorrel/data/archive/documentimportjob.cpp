@@ -3,6 +3,7 @@
 #include <vorrel/data/archive/documentimportjob_p.h>
 
 #include <vorrel/data/archive/archiveformat_p.h>
+#include <vorrel/data/archive/newids_p.h>
 #include <vorrel/data/base/jsonkeys_p.h>
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/base/tuning_p.h>
@@ -15,7 +16,6 @@
 #include <vorrel/data/store/attachmentstore.h>
 
 #include <QtCore/QCryptographicHash>
-#include <QtCore/QJsonArray>
 
 #include <algorithm>
 #include <array>
@@ -83,45 +83,6 @@ bool isDocumentId(const QByteArray &id)
 QString textOf(const DocumentChunk &chunk)
 {
     return QString::fromLatin1(archiveformat::payload(chunk));
-}
-
-QJsonValue withNewIds(const QJsonValue &value, const QMap<QString, QString> &ids);
-
-QJsonObject withNewIds(QJsonObject object, const QMap<QString, QString> &ids)
-{
-    for (QJsonValueRef value : object) {
-        value = withNewIds(QJsonValue(value), ids);
-    }
-    return object;
-}
-
-QString withNewId(const QString &text, const QMap<QString, QString> &ids)
-{
-    if (!LinkedDocument::isReference(text)) {
-        return ids.value(text, text);
-    }
-    const auto [id, type] = LinkedDocument::referenceData(text);
-    const QString mapped = type == 0 ? ids.value(QString::fromLatin1(id)) : QString();
-    return mapped.isEmpty() ? text : LinkedDocument::encodeReference(type, mapped);
-}
-
-// As deep as the JSON, which its readers limit.
-QJsonValue withNewIds(const QJsonValue &value, const QMap<QString, QString> &ids)
-{
-    if (value.isString()) {
-        return withNewId(value.toString(), ids);
-    }
-    if (value.isObject()) {
-        return withNewIds(value.toObject(), ids);
-    }
-    if (!value.isArray()) {
-        return value;
-    }
-    QJsonArray array = value.toArray();
-    for (QJsonValueRef element : array) {
-        element = withNewIds(QJsonValue(element), ids);
-    }
-    return array;
 }
 
 /// Makes all edits one step of undo, while it lives.
