@@ -16,7 +16,7 @@ setup()
                 tools+=("cmake 3.25 cmake" "ninja 0 ninja-build" "c++ 9 build-essential"
                     "ccache 0 ccache")
                 # Qt Quick shows no text without a font, and Qt knows MIME types from this list only.
-                packages+=(fonts-dejavu-core iso-codes liblz4-dev shared-mime-info strace)
+                packages+=(fonts-dejavu-core iso-codes liblz4-dev shared-mime-info strace zlib1g-dev)
                 ;;
             qt6)
                 packages+=(qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools

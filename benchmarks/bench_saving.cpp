@@ -41,23 +41,6 @@ double timeEach(int count, const std::function<void()> &work)
     return double(clock.nsecsElapsed()) / 1e6 / count;
 }
 
-/// A sample as a generic document, which has no properties: its values are free data as well.
-QJsonObject genericDocument(int number)
-{
-    QJsonObject document = sampleDocument(number);
-    QJsonObject values;
-    for (const QString &key : document.keys()) {
-        if (key.back().isDigit()) {
-            values.insert(key, document.take(key));
-        }
-    }
-    QJsonObject data = document.value(QLatin1String(":data")).toObject();
-    data.insert(QStringLiteral("s:values"), values);
-    document.insert(QStringLiteral(":data"), data);
-    document.insert(QStringLiteral("type"), QStringLiteral("data:sample"));
-    return document;
-}
-
 /// What they are uploaded as.
 QByteArray bodyOf(const Document *document)
 {
@@ -203,19 +186,6 @@ void measureTimes(Report &report, const CannedServer &server, int count)
     report.add({ work, count, unit, median(ours), plainName, median(plain), 0 });
     report.add({ QStringLiteral("preparing alone"), count, unit, median(preparing),
                  QStringLiteral("the whole"), median(ours), 0 });
-}
-
-/// Bytes that this process has in memory, at most so far. Begins anew with \p restart.
-double peakMemory(bool restart)
-{
-    QFile marks(QStringLiteral("/proc/self/clear_refs"));
-    if (restart && marks.open(QIODevice::WriteOnly)) {
-        marks.write("5");
-    }
-    QFile status(QStringLiteral("/proc/self/status"));
-    const QByteArray text = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
-    const auto start = text.indexOf("VmHWM:");
-    return text.mid(start + 6, text.indexOf("kB", start) - start - 6).trimmed().toDouble() * 1024;
 }
 
 /// Documents with a text of a megabyte each. They are in memory anyway; their bodies need not be.

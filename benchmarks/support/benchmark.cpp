@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/benchmark.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QTextStream>
@@ -151,6 +152,19 @@ double heapGrowth(const std::function<void()> &work)
     const double start = inUse();
     work();
     return inUse() - start;
+}
+
+double peakMemory(bool restart)
+{
+    QFile marks(QStringLiteral("/proc/self/clear_refs"));
+    if (restart && marks.open(QIODevice::WriteOnly)) {
+        marks.write("5");
+        marks.close(); // which writes it
+    }
+    QFile status(QStringLiteral("/proc/self/status"));
+    const QByteArray text = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
+    const auto start = text.indexOf("VmHWM:");
+    return text.mid(start + 6, text.indexOf("kB", start) - start - 6).trimmed().toDouble() * 1024;
 }
 
 double median(QList<double> values)

@@ -60,6 +60,9 @@ double cpuTime(const std::function<void()> &work);
 /// How many bytes of heap \p work leaves in use.
 double heapGrowth(const std::function<void()> &work);
 
+/// Bytes that this process has in memory, at most so far. Begins anew with \p restart.
+double peakMemory(bool restart);
+
 double median(QList<double> values);
 
 } // namespace vo::benchmark

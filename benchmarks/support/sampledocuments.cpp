@@ -72,4 +72,20 @@ QByteArray sampleJson(int number)
     return QJsonDocument(sampleDocument(number)).toJson(QJsonDocument::Compact);
 }
 
+QJsonObject genericDocument(int number)
+{
+    QJsonObject document = sampleDocument(number);
+    QJsonObject values;
+    for (const QString &key : document.keys()) {
+        if (key.back().isDigit()) {
+            values.insert(key, document.take(key));
+        }
+    }
+    QJsonObject data = document.value(QLatin1String(":data")).toObject();
+    data.insert(QStringLiteral("s:values"), values);
+    document.insert(QStringLiteral(":data"), data);
+    document.insert(QStringLiteral("type"), QStringLiteral("data:sample"));
+    return document;
+}
+
 } // namespace vo::benchmark

@@ -20,4 +20,7 @@ QString sampleName(int number);
 QJsonObject sampleDocument(int number);
 QByteArray sampleJson(int number);
 
+/// The same as a generic document, which has no properties: its values are free data as well.
+QJsonObject genericDocument(int number);
+
 } // namespace vo::benchmark

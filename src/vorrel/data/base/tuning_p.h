@@ -155,6 +155,9 @@ constexpr std::chrono::milliseconds modelBatchDelay = 30ms;
 /// database.
 constexpr int maximumTypeLength = 255;
 
+/// Longest id of a document in a content archive, which may come from anybody.
+constexpr int maximumIdLength = 255;
+
 /// Sets of changes that can be undone. Each keeps what it replaced, and whole inline documents.
 constexpr int undoLimit = 70;
 

@@ -382,6 +382,7 @@ private Q_SLOTS:
     void saveLost();
 
 private:
+    friend class DocumentImportJob;
     friend class Job;
     friend class SaveTask;
     friend DocumentStore &documentStore(const Context *context);

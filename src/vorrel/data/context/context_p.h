@@ -180,6 +180,11 @@ struct Context::Private final : DocumentStore
     void endDownload(const QSharedPointer<DownloadProgress> &progress) override;
     void fetchAttachment(LinkedDocument *document, const QString &property,
                          const std::function<void()> &finished) override;
+    [[nodiscard]] bool exportDocument(const Document *document, const QUrl &file,
+                                      const QStringList &dependencies,
+                                      const QStringList &excludedKeys) override;
+    [[nodiscard]] QList<ExportGap> exportGaps(const Document *document,
+                                              const QStringList &dependencies) override;
     [[nodiscard]] std::unique_ptr<AccessController> createAccessController(
         LinkedDocument *document) override;
 };

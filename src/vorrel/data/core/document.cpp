@@ -6,6 +6,7 @@
 #include <vorrel/data/core/document_p.h>
 #include <vorrel/data/core/documentwatch_p.h>
 #include <vorrel/data/core/documentstore_p.h>
+#include <vorrel/data/core/exportgap.h>
 #include <vorrel/data/core/ichangerecorder.h>
 #include <vorrel/data/properties/documentpropertybase.h>
 
@@ -192,6 +193,22 @@ void Document::executePostRoutines()
     for (const auto &routine : *routines) {
         routine();
     }
+}
+
+bool Document::exportDocument(const QUrl &file, const QStringList &dependencies,
+                              const QStringList &excludedKeys)
+{
+    return documentStore(context()).exportDocument(this, file, dependencies, excludedKeys);
+}
+
+QVariantList Document::exportGaps(const QStringList &dependencies) const
+{
+    QVariantList list;
+    const QList<ExportGap> gaps = documentStore(context()).exportGaps(this, dependencies);
+    for (const ExportGap &gap : gaps) {
+        list.append(QVariant::fromValue(gap));
+    }
+    return list;
 }
 
 // The change recorder

@@ -11,7 +11,9 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QSet>
+#include <QtCore/QStringList>
 #include <QtCore/QUrl>
+#include <QtCore/QVariantList>
 #include <QtQml/QQmlListProperty>
 #include <QtQml/qqml.h>
 
@@ -197,6 +199,40 @@ public:
                                                      vo::data::Document *document) const;
     /// @}
 
+    /// \name Content archives
+    /// @{
+
+    /// Writes this document and all that it refers to into one file, from which a DocumentImporter
+    /// makes them in another database. The name of the \p file gets the suffix ".vorrel" if it has
+    /// none; a former file stays if the new one cannot be written.
+    ///
+    ///     if (product.exportGaps().length === 0)
+    ///         product.exportDocument("file:///home/ann/table.vorrel")
+    ///
+    /// The archive leaves out the documents with the ids \p dependencies and what these refer to:
+    /// the target has to have them. The keys \p excludedKeys are left out of each document.
+    ///
+    /// False, with a critical log line, if \p file is not local, if the document is deleted, or if
+    /// the Context is busy: files that are missing are being fetched from now on, so it is worth
+    /// another attempt when that has ended. **True also if the file cannot be written or an
+    /// attachment is left out**, which only critical lines tell.
+    ///
+    /// \pre exportGaps() names no document: a reference to one that is not loaded ends the program
+    /// with the line "Could not find document reference %s".
+    Q_INVOKABLE bool exportDocument(const QUrl &file, const QStringList &dependencies = {},
+                                    const QStringList &excludedKeys = {});
+
+    /// What an archive would lack: documents that are referred to and not loaded, and attachments
+    /// whose files are not on this machine. Ask before exportDocument(). Empty if nothing is
+    /// missing; else a list of ExportGap.
+    Q_INVOKABLE [[nodiscard]] QVariantList exportGaps(const QStringList &dependencies = {}) const;
+
+    /// Fetches the missing files of this document and of all that it points at, unless the Context
+    /// does that anyway. The Context is busy until they are here.
+    Q_INVOKABLE void completeCache();
+    static void completeCache(const QList<Document *> &documents);
+    /// @}
+
     /// The bytes of id() as text.
     [[nodiscard]] QString documentId() const;
     [[nodiscard]] QString database() const;
@@ -275,6 +311,7 @@ protected:
 
 private:
     friend class AttachmentProperty;
+    friend class DocumentImportJob;
     friend class InlineDocument;
     friend class LinkedDocument;
     friend class PropertyBase;

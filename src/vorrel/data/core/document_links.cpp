@@ -7,8 +7,11 @@
 #include <vorrel/data/base/qmlobjectlist_p.h>
 #include <vorrel/data/base/textids_p.h>
 #include <vorrel/data/core/document_p.h>
+#include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/core/linkeddocument.h>
+#include <vorrel/data/properties/attachmentproperty.h>
 #include <vorrel/data/properties/documentpropertybase.h>
+#include <vorrel/data/store/attachmentstore.h>
 
 #include <vorrel/util/message.h>
 
@@ -151,6 +154,39 @@ bool Document::isComplete() const
         document->d->complete = true;
     }
     return true;
+}
+
+void Document::completeCache()
+{
+    completeCache({ this });
+}
+
+void Document::completeCache(const QList<Document *> &documents)
+{
+    if (documents.isEmpty()
+        || documentStore(documents.first()->context()).attachmentDownloadEnabled()) {
+        return;
+    }
+    const quint64 walk = Private::newWalk();
+    QList<Document *> pending = documents;
+    QList<QPointer<Document>> all;
+    while (!pending.isEmpty()) {
+        Document *document = pending.takeLast();
+        if (document->d->enter(walk)) {
+            all.append(document);
+            pending.append(document->linkTargets());
+        }
+    }
+    // The first one makes the Context busy, of which slots hear.
+    for (const QPointer<Document> &document : all) {
+        const QList<AttachmentProperty *> files =
+            document ? document->attachmentProperties() : QList<AttachmentProperty *>();
+        for (AttachmentProperty *file : files) {
+            if (document && AttachmentStore::isHash(file->rawHash())) {
+                file->fetch({});
+            }
+        }
+    }
 }
 
 void Document::aggregateReferences(QSet<QString> &ids) const

@@ -4,8 +4,10 @@
 
 #include <vorrel/data/datacoreexport.h>
 
+#include <QtCore/QList>
 #include <QtCore/QSharedPointer>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QUrl>
 
 #include <functional>
@@ -24,6 +26,7 @@ class DocumentNode;
 class DocumentTask;
 class IIncubatable;
 class LinkedDocument;
+class ExportGap;
 struct DownloadProgress;
 
 /// All that a document may ask of its Context. The private half of Context implements it, so that
@@ -81,6 +84,13 @@ public:
     /// and calls \p finished, if there is one, unless the document has gone.
     virtual void fetchAttachment(LinkedDocument *document, const QString &property,
                                  const std::function<void()> &finished) = 0;
+
+    /// What Document::exportDocument() and Document::exportGaps() do.
+    [[nodiscard]] virtual bool exportDocument(const Document *document, const QUrl &file,
+                                              const QStringList &dependencies,
+                                              const QStringList &excludedKeys) = 0;
+    [[nodiscard]] virtual QList<ExportGap> exportGaps(const Document *document,
+                                                      const QStringList &dependencies) = 0;
 
     [[nodiscard]] virtual std::unique_ptr<AccessController> createAccessController(
         LinkedDocument *document) = 0;

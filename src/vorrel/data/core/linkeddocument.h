@@ -148,6 +148,9 @@ public:
 
     /// Replaces all of it, as stored data: not an edit.
     void assignCustomData(const QJsonObject &data);
+
+    /// All of it, whatever the access level.
+    [[nodiscard]] QJsonObject customData() const;
     Q_INVOKABLE [[nodiscard]] QJsonObject getStruct(const QString &key) const;
 
     /// Undefined if there is no such struct or field.

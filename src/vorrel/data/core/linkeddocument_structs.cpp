@@ -27,6 +27,11 @@ void LinkedDocument::assignCustomData(const QJsonObject &data)
     }
 }
 
+QJsonObject LinkedDocument::customData() const
+{
+    return std::as_const(*d).content().entries.toObject();
+}
+
 void LinkedDocument::Private::assign(FreeFormEntries entries)
 {
     if (!freeForm && entries.isEmpty()) {
