@@ -31,10 +31,20 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     static const auto coordinate = R"({"lat": 48.2, "lon": 16.37})"_json;
     static const auto texts = R"({"de": "a text"})"_json;
     static const QHash<QByteArray, QJsonValue> samples {
-        { "QString", "a text"_s },        { "QUrl", "http://a.test/b"_s },
-        { "QJsonObject", coordinate },    { "QStringList", QJsonArray { "a"_s, "b"_s } },
-        { "QGeoCoordinate", coordinate }, { "QJsonArray", QJsonArray { "#ff0000"_s } },
-        { "QSize", QJsonArray { 3, 2 } }, { "double", 2.5 }
+        { "QString", "text"_s },
+        { "QUrl", "http://a.test/b"_s },
+        { "QJsonObject", coordinate },
+        { "QStringList", QJsonArray { "a"_s, "b"_s } },
+        { "QGeoCoordinate", coordinate },
+        { "QJsonArray", QJsonArray { "#ff0000"_s } },
+        { "QSize", QJsonArray { 3, 2 } },
+        { "double", 2.5 },
+        { "bool", true },
+        { "int", 3 },
+        { "qlonglong", 3 },
+        { "QColor", "#ff0000"_s },
+        { "QDate", "2027-05-31"_s },
+        { "QTime", "18:30:00"_s },
     };
     const QByteArray type = property.typeName();
     if (type.endsWith('*') || type.startsWith("QQmlListProperty") || type == "QVariantMap") {
