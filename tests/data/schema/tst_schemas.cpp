@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The VorrelDataCore authors
 // SPDX-License-Identifier: MIT
 #include "support/contextfixture.h"
+#include "support/exhibit.h"
 #include "support/literals.h"
 #include "support/logcapture.h"
 #include "support/testdocuments.h"
 
-#include <vorrel/data/core/documentregistration.h>
 #include <vorrel/data/documents/product.h>
 #include <vorrel/data/schema/schema.h>
 #include <vorrel/data/schema/schemadata.h>
@@ -13,7 +13,6 @@
 #include <vorrel/data/schema/schemaintegervariable.h>
 #include <vorrel/data/schema/schemarealvariable.h>
 #include <vorrel/data/schema/schemastringvariable.h>
-#include <vorrel/data/schema/schemavaluestore.h>
 
 #include <QtCore/QJsonArray>
 #include <QtTest/QSignalSpy>
@@ -22,36 +21,6 @@
 using namespace vo::data;
 using namespace vo::test;
 
-class ExhibitValues : public SchemaValueStore
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "exhibitvalues")
-public:
-    using SchemaValueStore::SchemaValueStore;
-};
-
-class Exhibit : public LinkedDocument
-{
-    Q_OBJECT
-    Q_CLASSINFO("DocumentType", "exhibit")
-    Q_PROPERTY(vo::data::SchemaValueStore *values READ values NOTIFY valuesChanged)
-public:
-    using LinkedDocument::LinkedDocument;
-
-    [[nodiscard]] SchemaValueStore *values() const { return m_values.get(); }
-    void initialize() override
-    {
-        if (!values()) {
-            m_values.fromJson(R"({"type": "exhibitvalues"})"_json);
-        }
-        LinkedDocument::initialize();
-    }
-    Q_SIGNAL void valuesChanged();
-
-private:
-    InlineDocumentProperty<ExhibitValues> m_values { "values", this };
-};
-
 class tst_Schemas : public QObject
 {
     Q_OBJECT
@@ -59,8 +28,7 @@ private Q_SLOTS:
     void init()
     {
         m_context = std::make_unique<TestContext>();
-        registerDocument<ExhibitValues>();
-        registerDocument<Exhibit>();
+        registerExhibits();
         m_schema = m_context->create<Schema>("schema"_s);
         m_store = addStore("exhibit"_s);
     }

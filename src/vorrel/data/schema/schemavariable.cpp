@@ -3,11 +3,17 @@
 #include <vorrel/data/schema/schemavariable.h>
 
 #include <vorrel/data/base/logging_p.h>
+#include <vorrel/data/context/context.h>
 #include <vorrel/data/properties/property.h>
+#include <vorrel/data/schema/editorcomponents_p.h>
 
 #include <QtCore/QJsonDocument>
+#include <QtCore/QMetaEnum>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QUuid>
+
+#include <algorithm>
+#include <vector>
 
 namespace vo::data {
 
@@ -17,6 +23,7 @@ struct SchemaVariable::Private
     Property<QString> uuid { "uuid", q };
     Property<QString> symbol { "symbol", q };
     Property<QString> name { "name", q };
+    std::vector<EditorHandle> editors {};
 };
 
 SchemaVariable::SchemaVariable(Document *parent)
@@ -26,7 +33,16 @@ SchemaVariable::SchemaVariable(Document *parent)
     connect(this, &SchemaVariable::nameChanged, this, &SchemaVariable::labelChanged);
 }
 
-SchemaVariable::~SchemaVariable() = default;
+SchemaVariable::~SchemaVariable()
+{
+    // Other variables may go on using what this one had made.
+    for (const EditorHandle &editor : d->editors) {
+        if (editor->component && editor->component->parent() == this) {
+            QQmlEngine::setObjectOwnership(editor->component, QQmlEngine::CppOwnership);
+            editor->component->setParent(nullptr);
+        }
+    }
+}
 
 VO_DEFINE_READONLY_PROPERTY(SchemaVariable, QString, uuid)
 VO_DEFINE_PROPERTY(SchemaVariable, QString, name, setName)
@@ -96,6 +112,28 @@ QVariant SchemaVariable::refuse(const QJsonObject &object) const
     qCWarning(lcSchema, "Document %s: %s is no value of the variable %s of type %s",
               id().constData(), json.constData(), qPrintable(uuid()), qPrintable(type()));
     return defaultValue();
+}
+
+QQmlComponent *SchemaVariable::getEditorComponent(EditorType type)
+{
+    const char *kind = QMetaEnum::fromType<EditorType>().valueToKey(type);
+    QQmlEngine *engine = qmlEngine(context());
+    if (!engine) {
+        // The Context may have been made in C++, and this variable be known in QML all the same.
+        engine = qobject_cast<QQmlEngine *>(qjsEngine(this));
+    }
+    if (!kind || !engine) {
+        return nullptr;
+    }
+    const QPointer<SchemaVariable> self(this);
+    const EditorHandle editor = sharedEditor(this, this->type(), kind, engine);
+    if (!self || !editor) {
+        return nullptr;
+    }
+    if (std::find(d->editors.begin(), d->editors.end(), editor) == d->editors.end()) {
+        d->editors.push_back(editor);
+    }
+    return editor->component;
 }
 
 } // namespace vo::data

@@ -6,6 +6,7 @@
 #include <vorrel/data/properties/propertymacros.h>
 
 #include <QtCore/QVariant>
+#include <QtQml/QQmlComponent>
 
 namespace vo::data {
 
@@ -33,6 +34,12 @@ class VORREL_DATACORE_EXPORT SchemaVariable : public vo::data::InlineDocument
     VO_PROPERTY(QString, name, setName)
 
 public:
+    enum EditorType {
+        ValueEditor = 0,          ///< for a form
+        CondensedValueEditor = 1, ///< for a row of a table
+    };
+    Q_ENUM(EditorType)
+
     explicit SchemaVariable(Document *parent);
     ~SchemaVariable() override;
 
@@ -60,6 +67,18 @@ public:
 
     /// What a store makes of a \p value before it takes it. Invalid if this cannot be one.
     [[nodiscard]] virtual QVariant sanitize(const QVariant &value) const;
+
+    /// The QML component that edits values of this variable, on the engine of its Context. Its root
+    /// object has the properties "store" and "variable":
+    ///
+    ///     Loader {
+    ///         sourceComponent: variable.getEditorComponent(SchemaVariable.ValueEditor)
+    ///         onLoaded: { item.store = document.values; item.variable = variable }
+    ///     }
+    ///
+    /// Null, with critical log lines in "vorrel.schema", if it cannot be loaded, and without a QML
+    /// engine. Variables of one type share it; it lives as long as one of those that gave it.
+    Q_INVOKABLE QQmlComponent *getEditorComponent(vo::data::SchemaVariable::EditorType type);
 
     // For subclasses.
 
