@@ -10,7 +10,12 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<bool> form { QLatin1String("schemavalue:boolean"), jsonkeys::boolean };
+const SchemaValueForm<bool> &form()
+{
+    static const SchemaValueForm<bool> form(QLatin1String("schemavalue:boolean"),
+                                            jsonkeys::boolean);
+    return form;
+}
 
 } // namespace
 
@@ -39,22 +44,22 @@ QVariant SchemaBooleanVariable::defaultValue() const
 
 QVariant SchemaBooleanVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaBooleanVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaBooleanVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaBooleanVariable::sanitize(const QVariant &value) const
 {
-    return form.typed(value);
+    return form().typed(value);
 }
 
 } // namespace vo::data

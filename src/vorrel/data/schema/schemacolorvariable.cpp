@@ -10,7 +10,11 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<QColor> form { QLatin1String("schemavalue:color"), jsonkeys::color };
+const SchemaValueForm<QColor> &form()
+{
+    static const SchemaValueForm<QColor> form(QLatin1String("schemavalue:color"), jsonkeys::color);
+    return form;
+}
 
 } // namespace
 
@@ -38,22 +42,22 @@ QVariant SchemaColorVariable::defaultValue() const
 
 QVariant SchemaColorVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaColorVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaColorVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaColorVariable::sanitize(const QVariant &value) const
 {
-    return form.typed(value);
+    return form().typed(value);
 }
 
 } // namespace vo::data

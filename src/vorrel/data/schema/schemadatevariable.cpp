@@ -10,7 +10,11 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<QDate> form { QLatin1String("schemavalue:date"), jsonkeys::date };
+const SchemaValueForm<QDate> &form()
+{
+    static const SchemaValueForm<QDate> form(QLatin1String("schemavalue:date"), jsonkeys::date);
+    return form;
+}
 
 } // namespace
 
@@ -38,22 +42,22 @@ QVariant SchemaDateVariable::defaultValue() const
 
 QVariant SchemaDateVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaDateVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaDateVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaDateVariable::sanitize(const QVariant &value) const
 {
-    return form.typed(value);
+    return form().typed(value);
 }
 
 } // namespace vo::data

@@ -14,7 +14,12 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<int> form { QLatin1String("schemavalue:enumeration"), jsonkeys::index };
+const SchemaValueForm<int> &form()
+{
+    static const SchemaValueForm<int> form(QLatin1String("schemavalue:enumeration"),
+                                           jsonkeys::index);
+    return form;
+}
 
 } // namespace
 
@@ -77,17 +82,17 @@ QVariant SchemaEnumerationVariable::defaultValue() const
 
 QVariant SchemaEnumerationVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaEnumerationVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaEnumerationVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaEnumerationVariable::sanitize(const QVariant &value) const

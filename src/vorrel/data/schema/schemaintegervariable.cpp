@@ -13,8 +13,12 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<qlonglong> form { QLatin1String("schemavalue:integer"),
-                                            jsonkeys::integer };
+const SchemaValueForm<qlonglong> &form()
+{
+    static const SchemaValueForm<qlonglong> form(QLatin1String("schemavalue:integer"),
+                                                 jsonkeys::integer);
+    return form;
+}
 
 constexpr qlonglong lowest = std::numeric_limits<qint32>::min();
 constexpr qlonglong highest = std::numeric_limits<qint32>::max();
@@ -110,18 +114,18 @@ QVariant SchemaIntegerVariable::defaultValue() const
 
 QVariant SchemaIntegerVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaIntegerVariable::toJson(const QVariant &value) const
 {
     // As many bits as all readers of the stored form have for it.
-    return form.toJson(qlonglong(value.toInt()));
+    return form().toJson(qlonglong(value.toInt()));
 }
 
 bool SchemaIntegerVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaIntegerVariable::sanitize(const QVariant &value) const

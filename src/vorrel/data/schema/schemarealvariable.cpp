@@ -13,7 +13,11 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<double> form { QLatin1String("schemavalue:real"), jsonkeys::real };
+const SchemaValueForm<double> &form()
+{
+    static const SchemaValueForm<double> form(QLatin1String("schemavalue:real"), jsonkeys::real);
+    return form;
+}
 
 constexpr double lowest = std::numeric_limits<double>::lowest();
 constexpr double highest = std::numeric_limits<double>::max();
@@ -104,17 +108,17 @@ QVariant SchemaRealVariable::defaultValue() const
 
 QVariant SchemaRealVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaRealVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaRealVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaRealVariable::sanitize(const QVariant &value) const

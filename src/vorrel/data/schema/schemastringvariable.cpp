@@ -50,10 +50,16 @@ QVariant SchemaStringVariable::fromJson(const QJsonObject &object) const
 
 QJsonObject SchemaStringVariable::toJson(const QVariant &value) const
 {
-    const QJsonObject items { { storedLanguage, value.toString() } };
-    const QJsonObject text { { jsonkeys::type, typeOf(LangString::staticMetaObject) },
-                             { jsonkeys::items, items } };
-    return { { jsonkeys::type, QLatin1String("schemavalue:string") }, { jsonkeys::string, text } };
+    // Copied, which is faster than to make them for each value.
+    static const QJsonObject textFrame { { jsonkeys::type, typeOf(LangString::staticMetaObject) } };
+    static const QJsonObject frame { { jsonkeys::type, QLatin1String("schemavalue:string") } };
+    QJsonObject items;
+    items.insert(storedLanguage, value.toString());
+    QJsonObject text = textFrame;
+    text.insert(jsonkeys::items, items);
+    QJsonObject object = frame;
+    object.insert(jsonkeys::string, text);
+    return object;
 }
 
 bool SchemaStringVariable::valuesEqual(const QVariant &a, const QVariant &b) const

@@ -10,7 +10,11 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<QTime> form { QLatin1String("schemavalue:time"), jsonkeys::time };
+const SchemaValueForm<QTime> &form()
+{
+    static const SchemaValueForm<QTime> form(QLatin1String("schemavalue:time"), jsonkeys::time);
+    return form;
+}
 
 } // namespace
 
@@ -38,22 +42,22 @@ QVariant SchemaTimeVariable::defaultValue() const
 
 QVariant SchemaTimeVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaTimeVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaTimeVariable::valuesEqual(const QVariant &a, const QVariant &b) const
 {
-    return form.equal(a, b);
+    return form().equal(a, b);
 }
 
 QVariant SchemaTimeVariable::sanitize(const QVariant &value) const
 {
-    return form.typed(value);
+    return form().typed(value);
 }
 
 } // namespace vo::data

@@ -10,7 +10,11 @@ namespace vo::data {
 
 namespace {
 
-constexpr SchemaValueForm<QUrl> form { QLatin1String("schemavalue:url"), jsonkeys::url };
+const SchemaValueForm<QUrl> &form()
+{
+    static const SchemaValueForm<QUrl> form(QLatin1String("schemavalue:url"), jsonkeys::url);
+    return form;
+}
 
 } // namespace
 
@@ -38,12 +42,12 @@ QVariant SchemaUrlVariable::defaultValue() const
 
 QVariant SchemaUrlVariable::fromJson(const QJsonObject &object) const
 {
-    return form.fromJson(*this, object);
+    return form().fromJson(*this, object);
 }
 
 QJsonObject SchemaUrlVariable::toJson(const QVariant &value) const
 {
-    return form.toJson(value);
+    return form().toJson(value);
 }
 
 bool SchemaUrlVariable::valuesEqual(const QVariant &a, const QVariant &b) const

@@ -33,7 +33,8 @@ void SchemaValueChange::assign(const SchemaStoredValue &value)
     if (document()) {
         // Copies: what follows may make the recorder delete this change.
         const QString uuid = m_uuid;
-        m_store->setValue(uuid, value.get());
+        const QVariant copy = value.get();
+        m_store->setValue(uuid, copy);
     }
 }
 

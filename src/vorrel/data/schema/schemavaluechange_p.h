@@ -23,7 +23,11 @@ public:
         , m_links(document != nullptr)
     { }
 
-    [[nodiscard]] QVariant get() const { return m_links && !m_document ? QVariant() : m_value; }
+    [[nodiscard]] const QVariant &get() const
+    {
+        static const QVariant none;
+        return m_links && !m_document ? none : m_value;
+    }
     [[nodiscard]] Document *document() const { return m_document; }
 
 private:

@@ -13,20 +13,25 @@ namespace vo::data {
 /// How a variable of the plain type \a T stores a value: an object with a type, and the value under
 /// a key.
 template <typename T>
-struct SchemaValueForm
+class SchemaValueForm
 {
-    QLatin1String type;
-    QLatin1String key;
+public:
+    SchemaValueForm(QLatin1String type, QLatin1String key)
+        : m_key(key)
+        , m_frame { { jsonkeys::type, type } }
+    { }
 
     [[nodiscard]] QJsonObject toJson(const QVariant &value) const
     {
-        return { { jsonkeys::type, type }, { key, convertToJson<T>(value.value<T>()) } };
+        QJsonObject object = m_frame;
+        object.insert(m_key, convertToJson<T>(value.value<T>()));
+        return object;
     }
 
     /// The default value, with a warning, for what no value of this type looks like.
     [[nodiscard]] QVariant fromJson(const SchemaVariable &variable, const QJsonObject &object) const
     {
-        const QJsonValue json = object.value(key);
+        const QJsonValue json = object.value(m_key);
         if (!hasJsonType(json)) {
             return variable.refuse(object);
         }
@@ -82,6 +87,9 @@ private:
             return convertFromJson<T>(json);
         }
     }
+
+    const QLatin1String m_key;
+    const QJsonObject m_frame; // copied, which is faster than to make it for each value
 };
 
 } // namespace vo::data

@@ -304,9 +304,10 @@ QJsonObject SchemaValueStore::serialize() const
     QJsonObject values;
     const QList<SchemaVariable *> variables = schema->storedVariables();
     for (const SchemaVariable *variable : variables) {
-        const QVariant value = d->stored(variable->storedUuid());
-        if (value.isValid()) {
-            values.insert(variable->storedUuid(), variable->toJson(value));
+        const QString uuid = variable->storedUuid();
+        const auto value = d->values.constFind(uuid);
+        if (value != d->values.constEnd() && value->get().isValid()) {
+            values.insert(uuid, variable->toJson(value->get()));
         }
     }
     object.insert(jsonkeys::schemaValues, values);
