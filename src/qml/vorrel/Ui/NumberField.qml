@@ -60,13 +60,12 @@ RowLayout {
     }
 
     Text {
-        visible: field.unit !== ""
         text: field.unit
         textFormat: Text.PlainText
         font.pixelSize: Theme.fontSize
         color: Theme.inkSoft
-        Layout.leftMargin: 2
-        Layout.rightMargin: 4
+        Layout.leftMargin: text ? 2 : 0
+        Layout.rightMargin: text ? 4 : 0
     }
 
     Button {

@@ -21,6 +21,10 @@ T.TextField {
     placeholderTextColor: Theme.inkFaint
     selectByMouse: true
     clip: true
+    onTextChanged: {
+        if (!activeFocus)
+            cursorPosition = 0 // shows the beginning
+    }
 
     background: Frame {
         focused: field.activeFocus

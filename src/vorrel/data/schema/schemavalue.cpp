@@ -7,6 +7,7 @@
 #include <vorrel/data/schema/schemavariable.h>
 
 #include <QtCore/QPointer>
+#include <QtCore/QTime>
 
 namespace vo::data {
 
@@ -88,7 +89,9 @@ QVariant SchemaValue::value() const
 
 QString SchemaValue::text() const
 {
-    return value().toString();
+    const QVariant value = this->value();
+    return value.userType() == QMetaType::QTime ? value.toTime().toString(Qt::ISODate)
+                                                : value.toString();
 }
 
 bool SchemaValue::isSet() const
