@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 #
 # Translated texts, the same way for both Qt versions: lrelease compiles the files of
-# translations/, rcc puts them into a library.
+# translations/, and a resource carries them.
+include(VorrelResource)
 get_target_property(vorrelQmake ${VORREL_QT}::qmake IMPORTED_LOCATION)
 execute_process(COMMAND "${vorrelQmake}" -query QT_INSTALL_BINS
     OUTPUT_VARIABLE VORREL_QT_BINARIES OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -17,7 +18,6 @@ function(vorrel_texts target)
     set(work "${CMAKE_CURRENT_BINARY_DIR}/${target}_texts")
     file(MAKE_DIRECTORY "${work}")
     set(compiled)
-    set(entries)
     foreach(language IN LISTS arg_LANGUAGES)
         set(name "${arg_PREFIX}_${language}")
         set(sources "${PROJECT_SOURCE_DIR}/translations/${name}.ts")
@@ -28,17 +28,8 @@ function(vorrel_texts target)
             COMMAND ${VORREL_LRELEASE} -silent -idbased ${sources} -qm "${work}/${name}.qm"
             DEPENDS ${sources} VERBATIM)
         list(APPEND compiled "${work}/${name}.qm")
-        string(APPEND entries "<file>${name}.qm</file>\n")
     endforeach()
 
-    set(resource "${arg_PREFIX}_texts")
-    file(CONFIGURE OUTPUT "${work}/${resource}.qrc" @ONLY CONTENT
-        "<RCC><qresource prefix=\"/${arg_PREFIX}/texts\">\n${entries}</qresource></RCC>\n")
-    set(embedded "${work}/qrc_${resource}.cpp")
-    add_custom_command(OUTPUT "${embedded}"
-        COMMAND ${VORREL_QT}::rcc --name ${resource} -o "${embedded}" "${work}/${resource}.qrc"
-        DEPENDS "${work}/${resource}.qrc" ${compiled} VERBATIM)
-    target_sources(${target} PRIVATE "${embedded}")
-    set_source_files_properties("${embedded}" PROPERTIES
-        SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON)
+    vorrel_resource(${target} NAME ${arg_PREFIX}_texts PREFIX /${arg_PREFIX}/texts
+        FILES ${compiled})
 endfunction()

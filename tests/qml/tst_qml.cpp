@@ -4,6 +4,7 @@
 // Runs the tst_*.qml files of this folder. Their engine talks to a database double that holds the
 // sample content. A warning of the engine, such as an error in a binding, is a failure.
 
+#include "support/exhibit.h"
 #include "support/fakecouch.h"
 #include "support/literals.h"
 
@@ -53,6 +54,9 @@ struct SampleDatabase : QQmlNetworkAccessManagerFactory
 class Setup : public QObject
 {
     Q_OBJECT
+public:
+    Setup() { registerExhibits(); }
+
 public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {

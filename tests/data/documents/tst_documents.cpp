@@ -41,9 +41,12 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
         { "QJsonArray", QJsonArray { "#ff0000"_s } },
         { "QSize", QJsonArray { 3, 2 } },
         { "QColor", "#123456"_s },
+        { "QDate", "2027-05-31"_s },
+        { "QTime", "18:30:00"_s },
         { "double", 2.5 },
         { "float", 2.5 },
         { "int", 7 },
+        { "qlonglong", 3 },
         { "bool", true }
     };
     const QByteArray type = property.typeName();

@@ -52,6 +52,25 @@ constexpr QLatin1String deleted("deleted");
 constexpr QLatin1String error("error");
 constexpr QLatin1String reason("reason");
 
+// Texts in several languages
+constexpr QLatin1String items("items");
+
+// Schema values
+constexpr QLatin1String schemaValues("values");
+constexpr QLatin1String boolean("boolean");
+constexpr QLatin1String color("color");
+constexpr QLatin1String date("date");
+constexpr QLatin1String documentLink("documentLink");
+constexpr QLatin1String index("index");
+constexpr QLatin1String integer("integer");
+constexpr QLatin1String media("media");
+constexpr QLatin1String product("product");
+constexpr QLatin1String productLink("productLink"); // the older form
+constexpr QLatin1String real("real");
+constexpr QLatin1String string("string");
+constexpr QLatin1String time("time");
+constexpr QLatin1String url("url");
+
 // Coordinates
 constexpr QLatin1String latitude("lat");
 constexpr QLatin1String longitude("lon");

@@ -17,5 +17,6 @@ Q_LOGGING_CATEGORY(lcAttachmentStore, "vorrel.attachmentstore", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcListing, "vorrel.listing", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcJob, "vorrel.job", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcCustom, "vorrel.data.custom", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcSchema, "vorrel.schema", QtWarningMsg)
 
 } // namespace vo::data

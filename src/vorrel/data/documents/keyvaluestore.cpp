@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/documents/keyvaluestore.h>
 
+#include <vorrel/data/base/plainvariant_p.h>
 #include <vorrel/data/properties/mapproperty.h>
-
-#include <QtQml/QJSValue>
 
 namespace vo::data {
 
@@ -38,11 +37,8 @@ QVariant KeyValueStore::value(const QString &key) const
 
 bool KeyValueStore::setValue(const QString &key, const QVariant &value)
 {
-    // Objects and arrays of JavaScript arrive wrapped.
-    const QVariant plain =
-        value.userType() == qMetaTypeId<QJSValue>() ? value.value<QJSValue>().toVariant() : value;
     // What is kept is what will be stored: never a pointer to an object that may go.
-    return d->data.set(key, QJsonValue::fromVariant(plain).toVariant());
+    return d->data.set(key, QJsonValue::fromVariant(plainVariant(value)).toVariant());
 }
 
 bool KeyValueStore::clearValue(const QString &key)

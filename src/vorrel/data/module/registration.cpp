@@ -46,6 +46,21 @@
 #include <vorrel/data/module/texts_p.h>
 #include <vorrel/data/properties/attachment.h>
 #include <vorrel/data/properties/langstring.h>
+#include <vorrel/data/schema/schema.h>
+#include <vorrel/data/schema/schemabooleanvariable.h>
+#include <vorrel/data/schema/schemacolorvariable.h>
+#include <vorrel/data/schema/schemadata.h>
+#include <vorrel/data/schema/schemadatevariable.h>
+#include <vorrel/data/schema/schemadocumentlinkvariable.h>
+#include <vorrel/data/schema/schemaenumerationvariable.h>
+#include <vorrel/data/schema/schemaintegervariable.h>
+#include <vorrel/data/schema/schemamedialinkvariable.h>
+#include <vorrel/data/schema/schemaproductlinkvariable.h>
+#include <vorrel/data/schema/schemarealvariable.h>
+#include <vorrel/data/schema/schemastringvariable.h>
+#include <vorrel/data/schema/schematimevariable.h>
+#include <vorrel/data/schema/schemaurlvariable.h>
+#include <vorrel/data/schema/schemavaluestore.h>
 
 #include <QtQml/qqml.h>
 
@@ -83,6 +98,20 @@ void registerDocuments(TypeRegistry &registry)
     registry.addLinked<ProductTag>();
     registry.addLinked<ColorPalette>();
     registry.addInline<ColorSwatch>();
+    registry.addInline<SchemaBooleanVariable>();
+    registry.addInline<SchemaColorVariable>();
+    registry.addInline<SchemaDateVariable>();
+    registry.addInline<SchemaIntegerVariable>();
+    registry.addInline<SchemaRealVariable>();
+    registry.addInline<SchemaStringVariable>();
+    registry.addInline<SchemaEnumerationEntry>();
+    registry.addInline<SchemaEnumerationVariable>();
+    registry.addInline<SchemaDocumentLinkVariable>();
+    registry.addInline<SchemaProductLinkVariable>();
+    registry.addInline<SchemaMediaLinkVariable>();
+    registry.addInline<SchemaUrlVariable>();
+    registry.addInline<SchemaTimeVariable>();
+    registry.addLinked<Schema>();
     registry.addLinked<TagGroup>();
     registry.addLinked<Device>();
     registry.addLinked<Customer>();
@@ -132,6 +161,7 @@ void _vo_data_registerTypesdata_core()
             vo::data::LinkedDocument, vo::data::Group, vo::data::MediaAsset,
             vo::data::MediaAssetFolder, vo::data::ColorSwatch, vo::data::Attachment,
             vo::data::FilterCriterion, vo::data::SortCriterion, vo::data::DataField,
-            vo::data::CustomData>();
+            vo::data::CustomData, vo::data::SchemaVariable, vo::data::SchemaEnumerationEntry,
+            vo::data::SchemaValueStore, vo::data::SchemaData>();
     });
 }

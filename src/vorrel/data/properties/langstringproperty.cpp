@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include <vorrel/data/properties/langstringproperty.h>
 
+#include <vorrel/data/base/singleline_p.h>
 #include <vorrel/data/core/documentstore_p.h>
 #include <vorrel/data/properties/langstring.h>
 
 #include <vorrel/core/couchurl.h>
 #include <vorrel/core/getrequest.h>
-
-#include <QtCore/QRegularExpression>
 
 namespace vo::data {
 
@@ -86,11 +85,7 @@ bool LangStringProperty::set(const QString &text, const QString &language)
     if (!canWrite()) {
         return false;
     }
-    static const QRegularExpression lineBreak(QStringLiteral("\\r\\n|\\r|\\n"));
-    QString line = text;
-    if (!m_multiline) {
-        line.replace(lineBreak, QStringLiteral(" "));
-    }
+    const QString line = m_multiline ? text : singleLine(text);
     const QPointer<Document> guard(d_());
     if (!langString()) {
         setHeld(InlineDocument::create(documentType(), d_()));

@@ -33,6 +33,9 @@ public:
     /// The value, or a default-constructed one below ReadAccess.
     [[nodiscard]] T get() const { return canRead() ? m_value : T(); }
 
+    /// The same whatever the access is: for what does not depend on who reads.
+    [[nodiscard]] const T &stored() const { return m_value; }
+
     /// An edit. False below WriteAccess and for an equal value. Slots of the change signal may
     /// destroy the document.
     bool set(const T &value)

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import "parts"
+
+// Edits an address in one line.
+ValueEditor {
+    id: editor
+
+    TextEditor {
+        edited: editor.edited
+        placeholderText: "https://"
+        inputMethodHints: Qt.ImhUrlCharactersOnly
+    }
+}

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: The VorrelDataCore authors
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import "parts"
+
+// Edits a link to any document.
+ValueEditor {
+    id: editor
+
+    LinkEditor {
+        edited: editor.edited
+    }
+}
