@@ -76,6 +76,7 @@ void DataProxyModel::watch(QAbstractItemModel *model)
     connect(model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
                 d->rows.renew(first.row(), last.row());
+                valuesChanged();
             });
     connect(model, &QAbstractItemModel::modelReset, this, [this] {
         d->rows.renew();
@@ -83,6 +84,8 @@ void DataProxyModel::watch(QAbstractItemModel *model)
     });
     connect(model, &QObject::destroyed, this, [this] { setSourceModel(nullptr); });
 }
+
+void DataProxyModel::valuesChanged() { }
 
 int DataProxyModel::count() const
 {

@@ -61,6 +61,9 @@ protected:
     /// Asks the criteria about all rows again, if they count already.
     virtual void update() = 0;
 
+    /// Values of the source are others. Does nothing here.
+    virtual void valuesChanged();
+
 private:
     void watch(QAbstractItemModel *model);
     void tellCount();

@@ -5,6 +5,8 @@
 #include <vorrel/data/custom/proxies/datarows.h>
 #include <vorrel/data/custom/proxies/proxycriteria_p.h>
 
+#include <utility>
+
 namespace vo::data {
 
 namespace {
@@ -23,6 +25,7 @@ RowCompare functionOf(const DataSortCriterion &criterion, const DataRows &rows)
 struct DataSortModel::Private
 {
     ProxyCriteria<DataSortCriterion, RowCompare> criteria;
+    bool isCheckScheduled = false;
 };
 
 DataSortModel::DataSortModel(QObject *parent)
@@ -67,6 +70,27 @@ void DataSortModel::update()
 {
     if (isComplete()) {
         invalidate();
+    }
+}
+
+// A source may change the values of many rows before it tells of them, one after the other. Then
+// the base class looks for the place of the first among others that stand where they do not belong
+// any more.
+void DataSortModel::valuesChanged()
+{
+    if (!std::exchange(d->isCheckScheduled, true)) {
+        QMetaObject::invokeMethod(this, &DataSortModel::checkOrder, Qt::QueuedConnection);
+    }
+}
+
+void DataSortModel::checkOrder()
+{
+    d->isCheckScheduled = false;
+    for (int row = 1; row < rowCount(); ++row) {
+        if (lessThan(mapToSource(index(row, 0)), mapToSource(index(row - 1, 0)))) {
+            update();
+            return;
+        }
     }
 }
 

@@ -42,8 +42,11 @@ protected:
     [[nodiscard]] bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
     void forgetFunctions() override;
     void update() override;
+    void valuesChanged() override;
 
 private:
+    void checkOrder();
+
     struct Private;
     const std::unique_ptr<Private> d;
 };
