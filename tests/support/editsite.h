@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/contextfixture.h"
 #include "support/devserver.h"
 
 #include <vorrel/data/context/editcontext.h>
@@ -40,7 +41,7 @@ struct EditSite
     [[nodiscard]] QMap<QString, data::Document *> documents() const
     {
         QMap<QString, data::Document *> result;
-        for (data::Document *document : context->documents()) {
+        for (data::Document *document : ownDocuments(context->documents())) {
             if (!document->deleted() && !document->label().isEmpty()) {
                 result.insert(document->label(), document);
             }

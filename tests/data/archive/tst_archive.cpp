@@ -39,7 +39,7 @@ private Q_SLOTS:
         Import missing(fixture.context());
         QCOMPARE(missing.run(fixture, file), DocumentImporter::MissingDependency);
         QCOMPARE(missing.errorString(), "Missing required dependency: base"_s);
-        QVERIFY(fixture->documents().isEmpty() && log.contains("Missing Dependency base"_s));
+        QVERIFY(ownDocuments(fixture->documents()).isEmpty() && log.contains("Missing Dependency base"_s));
         fixture.store("base"_s);
         Import import(fixture.context());
         QCOMPARE(import.run(fixture, file), DocumentImporter::NoError);
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(copies(), 4);
         processEvents();
         context->undo();
-        for (const Document *document : context->documents()) {
+        for (const Document *document : ownDocuments(context->documents())) {
             QVERIFY(document->deleted() && !document->isDirty());
         }
         QVERIFY(!context->canUndo());

@@ -33,7 +33,7 @@ QJsonValue sampleJson(const Document &document, const QMetaProperty &property)
     static const auto coordinate = R"({"lat": 48.2, "lon": 16.37})"_json;
     static const auto texts = R"({"de": "a text"})"_json;
     static const QHash<QByteArray, QJsonValue> samples {
-        { "QString", "a text"_s },
+        { "QString", "text"_s },
         { "QUrl", "http://a.test/b"_s },
         { "QJsonObject", coordinate },
         { "QStringList", QJsonArray { "a"_s, "b"_s } },
@@ -161,7 +161,8 @@ private Q_SLOTS:
             const QByteArray name = property.name();
             const QVariant value = property.read(document);
             setLevels(Document::NoAccess);
-            if (property.isStored() && name != "proxyColor" && name != "swatches") {
+            const bool isList = QByteArray(property.typeName()).startsWith("QQmlListProperty");
+            if (property.isStored() && name != "proxyColor" && !isList) {
                 QVERIFY2(property.read(document) == property.read(empty), property.name());
             }
             setLevels(Document::ReadAccess);
