@@ -321,10 +321,9 @@ bool DataStruct::transaction(const QJSValue &function, const QJSValue &errorCall
         commit(true);
         return false;
     }
-    QJSValue callback = errorCallback; // revert() may end in the destruction of whoever holds it
     revert();
-    if (callback.isCallable()) {
-        callback.call({ result });
+    if (errorCallback.isCallable()) {
+        QJSValue(errorCallback).call({ result });
     }
     return false;
 }
