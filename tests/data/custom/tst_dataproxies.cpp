@@ -12,6 +12,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QTest>
 
 using namespace vo::data;
 using namespace vo::test;
