@@ -31,6 +31,7 @@
 #include <vorrel/data/properties/attachment.h>
 #include <vorrel/data/properties/langstring.h>
 
+#include <QtCore/QAbstractItemModel>
 #include <QtQml/qqml.h>
 
 #include <mutex>
@@ -100,6 +101,7 @@ void _vo_data_registerTypesdata_core()
         vo::data::registerPropertyTypes<
             vo::data::Context, vo::data::ContextError, vo::data::DownloadStatus, vo::data::Document,
             vo::data::LinkedDocument, vo::data::Group, vo::data::ColorSwatch, vo::data::Attachment,
-            vo::data::FilterCriterion, vo::data::DataField, vo::data::CustomData>();
+            vo::data::FilterCriterion, vo::data::DataField, vo::data::CustomData,
+            QAbstractItemModel>();
     });
 }
