@@ -18,7 +18,6 @@ TestCase {
     Component {
         id: sample
         DataListModel {
-            document: testCase.page
             key: "blocks"
             StringField { name: "text" }
             IntegerField { name: "stored"; alias: "width"; defaultValue: 7 }
@@ -32,7 +31,7 @@ TestCase {
 
     function init() {
         page = edits.createDocument("data:page")
-        model = createTemporaryObject(sample, testCase)
+        model = createTemporaryObject(sample, testCase, { document: page })
         canCommit.target = model
         canCommit.clear()
     }
