@@ -215,6 +215,8 @@ void DataStruct::commit(bool record)
         return;
     }
     const QPointer<DataStruct> self(this);
+    const QPointer<LinkedDocument> document(d->document);
+    const QString key = d->key;
     const RecordedStep step(record ? d->document.data() : nullptr);
     if (!self) {
         return;
@@ -227,8 +229,8 @@ void DataStruct::commit(bool record)
     }
     const QString target = std::exchange(d->moveTarget, {});
     const int index = std::exchange(d->moveIndex, 0);
-    if (d->document && !target.isEmpty()) {
-        d->document->moveListItem(d->key, target, index);
+    if (document && document == d->document && key == d->key && !target.isEmpty()) {
+        document->moveListItem(key, target, index);
     }
     if (self) {
         Q_EMIT canCommitChanged();
