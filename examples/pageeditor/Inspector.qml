@@ -99,18 +99,42 @@ Rectangle {
             text: "Columns"
         }
 
-        SpinBox {
-            from: 1
-            to: 4
-            value: block.$.columns || 1
-            onValueModified: block.$.columns = value
+        Row {
+            spacing: Theme.unit
+
+            Choice {
+                text: "1"
+                checked: block.$.columns === 1
+                onClicked: block.$.columns = 1
+            }
+
+            Choice {
+                text: "2"
+                checked: block.$.columns === 2
+                onClicked: block.$.columns = 2
+            }
+
+            Choice {
+                text: "3"
+                checked: block.$.columns === 3
+                onClicked: block.$.columns = 3
+            }
+
+            Choice {
+                text: "4"
+                checked: block.$.columns === 4
+                onClicked: block.$.columns = 4
+            }
         }
 
-        CheckBox {
+        FieldCaption {
+            text: "On the page"
+        }
+
+        Choice {
             text: "Hidden"
             checked: block.$.hidden === true
-            onToggled: block.$.hidden = checked
-            Layout.leftMargin: -4
+            onClicked: block.$.hidden = !block.$.hidden
         }
 
         RowLayout {

@@ -31,7 +31,7 @@ TestCase {
 
     function init() {
         page = edits.createDocument("data:page")
-        model = createTemporaryObject(sample, testCase, { "document": page })
+        model = createTemporaryObject(sample, testCase, { document: page })
         canCommit.target = model
         canCommit.clear()
     }

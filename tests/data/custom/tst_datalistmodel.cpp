@@ -99,6 +99,35 @@ private Q_SLOTS:
         }
     }
 
+    void slotsMayChangeWhatIsFollowed()
+    {
+        const std::function<void()> actions[] {
+            [&] {
+                m_station->setList("list"_s, { "c"_s, "a"_s });
+            },
+            [&] { m_model->setKey("other"_s); },
+            [&] { QVERIFY(!m_model->move(0, 1) && m_model->append().isEmpty()); },
+            [&] { delete m_station; },
+            [&] { m_model.reset(); },
+        };
+        using Model = QAbstractItemModel;
+        for (const auto &action : actions) {
+            for (const auto signal : { &Model::rowsRemoved, &Model::rowsInserted }) {
+                init();
+                m_station->setList("list"_s, QJsonArray::fromStringList("a b c d e"_l));
+                QPointer<QObject> once(new QObject(this));
+                connect(m_model.get(), signal, once, [&] {
+                    delete once;
+                    action();
+                });
+                m_station->setList("list"_s, QJsonArray::fromStringList("e x c y b"_l));
+                const bool isThere = m_model && m_model->document();
+                QVERIFY(!once
+                        && (!isThere || RowView(m_model.get()).ids() == stored(m_model->key())));
+            }
+        }
+    }
+
     void documentsAndFieldsMayGo()
     {
         m_model->insert(0, { { "text"_s, "late"_s } });

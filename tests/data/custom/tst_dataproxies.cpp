@@ -12,6 +12,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QTest>
 
 using namespace vo::data;
 using namespace vo::test;
@@ -73,7 +74,7 @@ DataSortModel {
     function isRight() {
         const rows = Array.from({ length: source.count }, (value, i) => i)
         const ranks = rows.map(i => [texts.indexOf(source.data(i, "title")), Number(source.data(i, "day")) || 0, source.data(i, "price")])
-        const passes = i => [/b/i.test(texts[ranks[i][0]]), ranks[i][1] >= Number(new Date(2024, 0, 2)), ranks[i][2] <= filter.limit,
+        const passes = i => [/b/i.test(texts[ranks[i][0]]), ranks[i][1] >= Date.UTC(2024, 0, 2), ranks[i][2] <= filter.limit,
                              ranks[i][2] !== 1].every((answer, k) => answer || !filter.criteria[k].enabled)
         const compare = (a, b) => [0, 1, 2].reduce((order, k) => order || !criteria[k].enabled ? order
             : ((ranks[a][k] > ranks[b][k]) - (ranks[a][k] < ranks[b][k])) * (criteria[k].descending ? -1 : 1), 0) || a - b

@@ -4,6 +4,7 @@
 // DataListModel: its document, its fields and the values in its rows.
 
 #include <vorrel/data/core/freeformdata_p.h>
+#include <vorrel/data/custom/commitstate_p.h>
 #include <vorrel/data/custom/datalistmodel_p.h>
 
 #include <QtCore/QJsonArray>
@@ -366,7 +367,7 @@ void DataListModel::Private::reset(const std::function<void()> &action)
 
 void DataListModel::processFieldAliasChange(DataField *field, const QString &oldAlias)
 {
-    d->tellAfter([&] {
+    tellOfCommitAfter(this, [&] {
         d->reset([&] {
             d->fields.leave(oldAlias, field);
             if (field->hasAlias()) {
@@ -378,7 +379,7 @@ void DataListModel::processFieldAliasChange(DataField *field, const QString &old
 
 void DataListModel::processFieldNameChange(DataField *field, const QString &oldName)
 {
-    d->tellAfter([&] {
+    tellOfCommitAfter(this, [&] {
         d->reset([&] {
             d->fields.leave(oldName, field);
             d->fields.enter(field->name(), field);

@@ -3,6 +3,7 @@
 
 // DataListModel: how it follows what happens to the document.
 
+#include <vorrel/data/custom/commitstate_p.h>
 #include <vorrel/data/custom/datalistmodel_p.h>
 
 #include <utility>
@@ -18,7 +19,7 @@ void DataListModel::processValueChange(const QString &id, const QString &field)
         return;
     }
     const QPointer<DataListModel> self(this);
-    d->tellAfter([&] {
+    tellOfCommitAfter(this, [&] {
         const QVector<int> roles = changed ? d->rolesOf(changed) : d->allRoles();
         const std::vector<int> rows = d->dropChangedValues(id, roles);
         for (const int row : rows) {
@@ -73,7 +74,7 @@ void DataListModel::Private::follow()
     }
     const QPointer<DataListModel> self(q);
     const auto formerCount = rows.size();
-    tellAfter([&] {
+    tellOfCommitAfter(q, [&] {
         log.clear(); // the document has won
         isFollowing = true;
         while (self && std::exchange(hasToFollow, false)) {
@@ -115,11 +116,11 @@ void DataListModel::Private::takeRowsOver()
     }
 }
 
-// The three give false if a slot has destroyed the model.
+// The three give false if there is nothing left to do: the model, or what it showed, is gone.
 
 bool DataListModel::Private::removeRows(const std::vector<int> &places)
 {
-    const QPointer<DataListModel> self(q);
+    const Watch watch(this);
     const auto isGone = [&](int row) { return places[std::size_t(rows[std::size_t(row)])] < 0; };
     for (int last = int(rows.size()) - 1; last >= 0; --last) {
         if (!isGone(last)) {
@@ -130,12 +131,13 @@ bool DataListModel::Private::removeRows(const std::vector<int> &places)
             --first;
         }
         q->beginRemoveRows({}, first, last);
-        if (!self) {
-            return false;
+        if (watch.isSame()) {
+            rows.erase(rows.begin() + first, rows.begin() + last + 1);
         }
-        rows.erase(rows.begin() + first, rows.begin() + last + 1);
-        q->endRemoveRows();
-        if (!self) {
+        if (watch.isAlive()) {
+            q->endRemoveRows();
+        }
+        if (!watch.isSame()) {
             return false;
         }
         last = first;
@@ -145,7 +147,7 @@ bool DataListModel::Private::removeRows(const std::vector<int> &places)
 
 bool DataListModel::Private::insertRows(const Rows &wanted, const std::vector<int> &counts)
 {
-    const QPointer<DataListModel> self(q);
+    const Watch watch(this);
     const auto isNew = [&](int row) { return counts[std::size_t(wanted[std::size_t(row)])] == 0; };
     for (int first = 0; first < int(wanted.size()); ++first) {
         if (!isNew(first)) {
@@ -156,12 +158,13 @@ bool DataListModel::Private::insertRows(const Rows &wanted, const std::vector<in
             ++last;
         }
         q->beginInsertRows({}, first, last);
-        if (!self) {
-            return false;
+        if (watch.isSame()) {
+            rows.insert(rows.begin() + first, wanted.begin() + first, wanted.begin() + last + 1);
         }
-        rows.insert(rows.begin() + first, wanted.begin() + first, wanted.begin() + last + 1);
-        q->endInsertRows();
-        if (!self) {
+        if (watch.isAlive()) {
+            q->endInsertRows();
+        }
+        if (!watch.isSame()) {
             return false;
         }
         first = last;
@@ -171,13 +174,14 @@ bool DataListModel::Private::insertRows(const Rows &wanted, const std::vector<in
 
 bool DataListModel::Private::moveRows(const Rows &wanted, const std::vector<int> &places)
 {
-    const QPointer<DataListModel> self(q);
+    const Watch watch(this);
     bool hasMoved = true;
     for (std::size_t pass = 0; hasMoved && pass <= wanted.size(); ++pass) {
         hasMoved = false;
         for (std::size_t row = 0; row < wanted.size(); ++row) {
             if (rows[row] != wanted[row]) {
-                if (!moveRow(int(row), places[std::size_t(rows[row])], self)) {
+                moveRow(int(row), places[std::size_t(rows[row])], watch);
+                if (!watch.isSame()) {
                     return false;
                 }
                 hasMoved = true;

@@ -29,22 +29,33 @@ struct DataListModel::Private
         DataField *field; // the one that counts, if several have the name
     };
 
+    /// Knows whether the rows are still those that an edit of them began with. Slots may destroy
+    /// the model, or make it show another list.
+    class Watch
+    {
+    public:
+        explicit Watch(const Private *record)
+            : m_owner(record->q)
+            , m_values(record->values)
+            , m_generation(record->values.generation())
+        { }
+
+        [[nodiscard]] bool isAlive() const { return m_owner; }
+        [[nodiscard]] bool isSame() const
+        {
+            return m_owner && m_values.generation() == m_generation;
+        }
+
+    private:
+        const QPointer<DataListModel> m_owner;
+        const RowValues &m_values;
+        const int m_generation;
+    };
+
     explicit Private(DataListModel *owner);
 
     void refresh();
     void announceDocument();
-
-    /// Emits canCommitChanged if \p action changed what canCommit() says.
-    template <typename Action>
-    void tellAfter(Action action)
-    {
-        const QPointer<DataListModel> self(q);
-        const bool couldCommit = q->canCommit();
-        action();
-        if (self && q->canCommit() != couldCommit) {
-            Q_EMIT q->canCommitChanged();
-        }
-    }
     [[nodiscard]] QStringList storedIds() const;
     [[nodiscard]] Rows numbered(const QStringList &ids);
     [[nodiscard]] int rowOf(const QString &id) const;
@@ -71,8 +82,7 @@ struct DataListModel::Private
     void insertRow(int row, int number);
     void takeRow(int row);
 
-    /// False if a slot has destroyed the model, which \p self knows.
-    bool moveRow(int from, int to, const QPointer<DataListModel> &self);
+    void moveRow(int from, int to, const Watch &watch);
     [[nodiscard]] QVector<int> editedRoles(int number) const;
     void writeValues();
     void writeRows();

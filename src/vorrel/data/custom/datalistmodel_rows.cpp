@@ -29,44 +29,48 @@ void DataListModel::Private::make(Step step)
 
 void DataListModel::Private::insertRow(int row, int number)
 {
-    const QPointer<DataListModel> self(q);
+    const Watch watch(this);
     q->beginInsertRows({}, row, row);
-    if (self) {
+    if (watch.isSame()) {
         rows.insert(rows.begin() + row, number);
+    }
+    if (watch.isAlive()) {
         q->endInsertRows();
     }
-    if (self) {
+    if (watch.isAlive()) {
         Q_EMIT q->countChanged();
     }
 }
 
 void DataListModel::Private::takeRow(int row)
 {
-    const QPointer<DataListModel> self(q);
+    const Watch watch(this);
     q->beginRemoveRows({}, row, row);
-    if (self) {
+    if (watch.isSame()) {
         rows.erase(rows.begin() + row);
+    }
+    if (watch.isAlive()) {
         q->endRemoveRows();
     }
-    if (self) {
+    if (watch.isAlive()) {
         Q_EMIT q->countChanged();
     }
 }
 
-bool DataListModel::Private::moveRow(int from, int to, const QPointer<DataListModel> &self)
+void DataListModel::Private::moveRow(int from, int to, const Watch &watch)
 {
     q->beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
-    if (!self) {
-        return false;
+    if (watch.isSame()) {
+        const auto first = rows.begin();
+        if (from < to) {
+            std::rotate(first + from, first + from + 1, first + to + 1);
+        } else {
+            std::rotate(first + to, first + from, first + from + 1);
+        }
     }
-    const auto first = rows.begin();
-    if (from < to) {
-        std::rotate(first + from, first + from + 1, first + to + 1);
-    } else {
-        std::rotate(first + to, first + from, first + from + 1);
+    if (watch.isAlive()) {
+        q->endMoveRows();
     }
-    q->endMoveRows();
-    return self;
 }
 
 QString DataListModel::append(const QVariantMap &data)
@@ -134,8 +138,8 @@ bool DataListModel::move(int indexFrom, int indexTo)
         return false;
     }
     d->make([this, indexFrom, to](bool forward) {
-        const QPointer<DataListModel> self(this);
-        forward ? d->moveRow(indexFrom, to, self) : d->moveRow(to, indexFrom, self);
+        const Private::Watch watch(d.get());
+        forward ? d->moveRow(indexFrom, to, watch) : d->moveRow(to, indexFrom, watch);
     });
     return true;
 }

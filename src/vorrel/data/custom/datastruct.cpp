@@ -4,6 +4,7 @@
 
 #include <vorrel/data/base/logging_p.h>
 #include <vorrel/data/core/linkeddocument.h>
+#include <vorrel/data/custom/commitstate_p.h>
 #include <vorrel/data/custom/customdata.h>
 #include <vorrel/data/custom/fieldset_p.h>
 #include <vorrel/data/custom/recordedstep_p.h>
@@ -26,10 +27,6 @@ struct DataStruct::Private
     void dropEdit(const QString &name);
     void fieldsAreGone(const QStringList &keys);
     [[nodiscard]] LinkedDocument *shownDocument() const;
-
-    /// Emits canCommitChanged if \p action changed what canCommit() says.
-    template <typename Action>
-    void tellAfter(Action action);
 
     DataStruct *const q;
     QString key;
@@ -57,17 +54,6 @@ DataStruct::Private::Private(DataStruct *owner)
                [this](const QStringList &keys) { fieldsAreGone(keys); } })
     , data(new CustomData(owner))
 { }
-
-template <typename Action>
-void DataStruct::Private::tellAfter(Action action)
-{
-    const QPointer<DataStruct> self(q);
-    const bool couldCommit = q->canCommit();
-    action();
-    if (self && q->canCommit() != couldCommit) {
-        Q_EMIT q->canCommitChanged();
-    }
-}
 
 LinkedDocument *DataStruct::Private::shownDocument() const
 {
@@ -98,7 +84,7 @@ void DataStruct::Private::refresh()
 
 void DataStruct::Private::dropEdit(const QString &name)
 {
-    tellAfter([&] { uncommitted.remove(name); });
+    tellOfCommitAfter(q, [&] { uncommitted.remove(name); });
 }
 
 void DataStruct::Private::fieldsAreGone(const QStringList &keys)
@@ -229,6 +215,8 @@ void DataStruct::commit(bool record)
         return;
     }
     const QPointer<DataStruct> self(this);
+    const QPointer<LinkedDocument> document(d->document);
+    const QString key = d->key;
     const RecordedStep step(record ? d->document.data() : nullptr);
     if (!self) {
         return;
@@ -241,8 +229,8 @@ void DataStruct::commit(bool record)
     }
     const QString target = std::exchange(d->moveTarget, {});
     const int index = std::exchange(d->moveIndex, 0);
-    if (d->document && !target.isEmpty()) {
-        d->document->moveListItem(d->key, target, index);
+    if (document && document == d->document && key == d->key && !target.isEmpty()) {
+        document->moveListItem(key, target, index);
     }
     if (self) {
         Q_EMIT canCommitChanged();
@@ -321,10 +309,9 @@ bool DataStruct::transaction(const QJSValue &function, const QJSValue &errorCall
         commit(true);
         return false;
     }
-    QJSValue callback = errorCallback; // revert() may end in the destruction of whoever holds it
     revert();
-    if (callback.isCallable()) {
-        callback.call({ result });
+    if (errorCallback.isCallable()) {
+        QJSValue(errorCallback).call({ result });
     }
     return false;
 }
@@ -340,7 +327,7 @@ bool DataStruct::moveToList(const QString &key, int index)
     if (parent.isEmpty() || parent == key) {
         return false;
     }
-    d->tellAfter([&] {
+    tellOfCommitAfter(this, [&] {
         d->moveTarget = key;
         d->moveIndex = index;
     });
@@ -355,7 +342,7 @@ void DataStruct::processValueChange(const QString &key, const QString &fieldByNa
         return;
     }
     const QPointer<DataStruct> self(this);
-    d->tellAfter([&] {
+    tellOfCommitAfter(this, [&] {
         if (!fieldByName.isEmpty()) {
             d->uncommitted.remove(fieldByName);
             if (const DataField *field = d->fields.findByName(fieldByName)) {

@@ -58,7 +58,10 @@ class VORREL_DATACORE_EXPORT DataStruct : public QObject, public QQmlParserStatu
     Q_PROPERTY(
         vo::data::LinkedDocument *document READ document WRITE setDocument NOTIFY documentChanged)
     Q_PROPERTY(QQmlListProperty<vo::data::DataField> fields READ fields NOTIFY fieldsChanged)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpedantic" // Clang calls that name an extension
     Q_PROPERTY(vo::data::CustomData *$ READ data CONSTANT)
+#pragma GCC diagnostic pop
     Q_PROPERTY(vo::data::CustomData *data READ data CONSTANT)
     Q_PROPERTY(bool canCommit READ canCommit NOTIFY canCommitChanged)
 

@@ -10,6 +10,9 @@ namespace vo::data {
 ///
 ///     DateField { name: "validFrom" }
 ///
+/// QML reads a day as the Date at which it begins in UTC. A Date that it writes is a day of the
+/// local calendar, unless a day begins in UTC at that moment.
+///
 /// There is no default. A member that is not stored reads as an invalid date, and an invalid date
 /// is stored as an empty text.
 class VORREL_DATACORE_EXPORT DateField : public vo::data::ValueDataField

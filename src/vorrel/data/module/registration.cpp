@@ -62,6 +62,7 @@
 #include <vorrel/data/schema/schemaurlvariable.h>
 #include <vorrel/data/schema/schemavaluestore.h>
 
+#include <QtCore/QAbstractItemModel>
 #include <QtQml/qqml.h>
 
 #include <mutex>
@@ -162,6 +163,6 @@ void _vo_data_registerTypesdata_core()
             vo::data::MediaAssetFolder, vo::data::ColorSwatch, vo::data::Attachment,
             vo::data::FilterCriterion, vo::data::SortCriterion, vo::data::DataField,
             vo::data::CustomData, vo::data::SchemaVariable, vo::data::SchemaEnumerationEntry,
-            vo::data::SchemaValueStore, vo::data::SchemaData>();
+            vo::data::SchemaValueStore, vo::data::SchemaData, QAbstractItemModel>();
     });
 }
