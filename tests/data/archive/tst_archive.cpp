@@ -39,7 +39,8 @@ private Q_SLOTS:
         Import missing(fixture.context());
         QCOMPARE(missing.run(fixture, file), DocumentImporter::MissingDependency);
         QCOMPARE(missing.errorString(), "Missing required dependency: base"_s);
-        QVERIFY(ownDocuments(fixture->documents()).isEmpty() && log.contains("Missing Dependency base"_s));
+        QVERIFY(ownDocuments(fixture->documents()).isEmpty()
+                && log.contains("Missing Dependency base"_s));
         fixture.store("base"_s);
         Import import(fixture.context());
         QCOMPARE(import.run(fixture, file), DocumentImporter::NoError);
