@@ -154,7 +154,7 @@ private Q_SLOTS:
             chain->setParent(&engine);
             models.insert(kind, chain->property("model").value<DocumentModel *>());
         }
-        const Worker worker(server, Inventory(server).idsOf("product"_s).mid(0, 30));
+        const Worker worker(server, Inventory(server).idsOf("product"_s).mid(0, 12));
         QTRY_VERIFY_WITH_TIMEOUT(worker.isDone(), patience);
 
         const Inventory inventory(server);

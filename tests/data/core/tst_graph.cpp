@@ -211,7 +211,7 @@ private Q_SLOTS:
                 continue;
             }
             processEvents();
-            for (Document *document : m_context->documents()) {
+            for (Document *document : ownDocuments(m_context->documents())) {
                 for (const Document *source : document->referencingDocuments()) {
                     QVERIFY2(source && source->attached().contains(document), trace);
                 }

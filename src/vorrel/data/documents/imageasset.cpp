@@ -79,25 +79,26 @@ void ImageAsset::setFile(const QByteArray &hash, const QByteArray &mimeType,
 {
     // Each step is an edit, whose slots may destroy this object.
     const QPointer<ImageAsset> self(this);
-    const auto assign = [&](const DerivedImage &derived, AttachmentProperty &attachment,
-                            Property<QSize> &size) {
+    const auto assign = [&](const DerivedImage &derived, auto Private::*attachment,
+                            auto Private::*size) {
         const bool isSource = derived.state == DerivedImage::SourceWillDo;
         if (!self || derived.state == DerivedImage::Failed) {
             return;
         }
-        attachment.set(isSource ? hash : derived.hash, isSource ? mimeType : derived.mimeType);
+        (*d.*attachment).set(isSource ? hash : derived.hash,
+                             isSource ? mimeType : derived.mimeType);
         if (self) {
-            size.set(isSource ? images.size : derived.size);
+            (*d.*size).set(isSource ? images.size : derived.size);
         }
     };
     d->valid = !images.size.isEmpty();
     if (d->valid) {
         d->size.set(images.size);
-        assign(images.thumbnail, d->thumbnail, d->thumbnailSize);
+        assign(images.thumbnail, &Private::thumbnail, &Private::thumbnailSize);
         if (self && images.thumbnail.meanColor.isValid()) {
             d->proxyColor.set(images.thumbnail.meanColor);
         }
-        assign(images.webVersion, d->webOptimized, d->webOptimizedSize);
+        assign(images.webVersion, &Private::webOptimized, &Private::webOptimizedSize);
     }
     if (self) {
         MediaAsset::setFile(hash, mimeType);

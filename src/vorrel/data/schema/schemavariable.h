@@ -34,7 +34,7 @@ class VORREL_DATACORE_EXPORT SchemaVariable : public vo::data::InlineDocument
     VO_PROPERTY(QString, name, setName)
 
 public:
-    enum EditorType {
+    enum EditorType : int {
         ValueEditor = 0,          ///< for a form
         CondensedValueEditor = 1, ///< for a row of a table
     };
