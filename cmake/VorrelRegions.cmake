@@ -23,6 +23,7 @@ function(vorrel_regions target)
     add_custom_command(OUTPUT "${work}/countrycodes.inc" ${texts}
         COMMAND vorrel_regions "${VORREL_ISO_CODES_SHARE}" "${work}" ${arg_LANGUAGES}
         DEPENDS "${iso}/iso_3166-1.json" "${iso}/iso_639-2.json" "${iso}/iso_639-3.json" VERBATIM)
+    add_custom_target(vorrel_region_codes DEPENDS "${work}/countrycodes.inc") # for lint
     target_sources(${target} PRIVATE "${work}/countrycodes.inc")
     target_include_directories(${target} PRIVATE "${work}")
     set(VORREL_REGION_TEXTS "${work}" PARENT_SCOPE)

@@ -15,12 +15,13 @@ if [[ ${1:-} == --all ]]; then
 fi
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}"
 
-# Compiles nothing: the sources only need moc's output, which autogen writes without the libraries
-# that the target <name>_autogen would wait for.
+# Compiles none of the libraries: the sources only need the list of countries, and moc's output, which
+# autogen writes without the libraries that the target <name>_autogen would wait for.
 prepare()
 {
     mkdir -p build
-    cmake --preset tidy >build/tidy.log 2>&1 || {
+    { cmake --preset tidy && cmake --build build/tidy --target vorrel_region_codes; } \
+        >build/tidy.log 2>&1 || {
         cat build/tidy.log
         return 1
     }

@@ -167,7 +167,8 @@ QColor proxyColorOf(const QImage &image)
     const QColor mean(int(red / count), int(green / count), int(blue / count));
     const double saturation = std::min<double>(mean.saturationF(), 0.5);
     const double lightness = std::max(std::min<double>(mean.lightnessF() + 0.15, 0.9), 0.4);
-    return QColor::fromHslF(mean.hueF(), saturation, lightness, 1.0);
+    using Part = decltype(mean.hueF()); // of another width in Qt 5 and Qt 6
+    return QColor::fromHslF(mean.hueF(), Part(saturation), Part(lightness), 1.0);
 }
 
 QColor proxyColorOf(const QByteArray &documentId)

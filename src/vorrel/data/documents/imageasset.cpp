@@ -85,8 +85,8 @@ void ImageAsset::setFile(const QByteArray &hash, const QByteArray &mimeType,
         if (!self || derived.state == DerivedImage::Failed) {
             return;
         }
-        (*d.*attachment).set(isSource ? hash : derived.hash,
-                             isSource ? mimeType : derived.mimeType);
+        (*d.*attachment)
+            .set(isSource ? hash : derived.hash, isSource ? mimeType : derived.mimeType);
         if (self) {
             (*d.*size).set(isSource ? images.size : derived.size);
         }

@@ -32,9 +32,7 @@ void SchemaValueChange::assign(const SchemaStoredValue &value)
 {
     if (document()) {
         // Copies: what follows may make the recorder delete this change.
-        const QString uuid = m_uuid;
-        const QVariant copy = value.get();
-        m_store->setValue(uuid, copy);
+        m_store->setValue(QString(m_uuid), QVariant(value.get()));
     }
 }
 

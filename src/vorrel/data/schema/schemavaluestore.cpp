@@ -179,19 +179,20 @@ void SchemaValueStore::copyFrom(SchemaValueStore *other)
         || accessLevel() < WriteAccess || other->accessLevel() < ReadAccess) {
         return;
     }
-    applyChange(std::make_unique<GenericChange>(
-        this, [this, former = d->values, present = other->d->values](bool forward) {
-            const QPointer<SchemaValueStore> self(this);
-            if (d->replace(forward ? present : former)) {
-                markDirty();
-            }
-            if (self) {
-                Q_EMIT valuesChanged();
-            }
-            if (self) {
-                reportDocumentChange();
-            }
-        }));
+    applyChange(std::make_unique<GenericChange>(this,
+                                                [this, self = QPointer<SchemaValueStore>(this),
+                                                 former = d->values,
+                                                 present = other->d->values](bool forward) {
+                                                    if (d->replace(forward ? present : former)) {
+                                                        markDirty();
+                                                    }
+                                                    if (self) {
+                                                        Q_EMIT valuesChanged();
+                                                    }
+                                                    if (self) {
+                                                        reportDocumentChange();
+                                                    }
+                                                }));
 }
 
 InlineDocument *SchemaValueStore::copy(Document *parent)
